@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <QtQml/qqmlregistration.h>
+
+/*! What the viewer was asked for at its start: the command line, and the password from the environment. */
+class StartOptions : public QObject
+{
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("Made by the application")
+    Q_PROPERTY(QString server READ server CONSTANT FINAL)
+    Q_PROPERTY(QString user READ user CONSTANT FINAL)
+    Q_PROPERTY(bool headless READ isHeadless CONSTANT FINAL)
+
+public:
+    explicit StartOptions(QObject *parent = nullptr);
+
+    /*! Reads the arguments of the application. Ends the process after --help, --version and wrong arguments. */
+    void parse();
+
+    QString server() const { return m_server; }
+    QString user() const { return m_user; }
+    bool isHeadless() const { return !m_screenshots.isEmpty(); }
+    QString screenshots() const { return m_screenshots; }
+
+    /*! The password from the variable ORRIN_PASSWORD, once: the second call gives an empty text. */
+    Q_INVOKABLE QString takePassword();
+
+private:
+    QString m_server;
+    QString m_user;
+    QString m_password;
+    QString m_screenshots;
+};

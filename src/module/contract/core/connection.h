@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <contract/core/trackbounds.h>
+
+#include <QSharedPointer>
+
+namespace orrin {
+
+/*! The connection of a stream to its server. Main thread; owned by the server's session. */
+class Connection
+{
+public:
+    virtual ~Connection() = default;
+
+    /*! The bounds, as last learnt, of what \a trackAndChannel names: a stream's trackIdBase() or-ed with its channel id.
+        Never null; begin and end are 0 while nothing is known. */
+    virtual QSharedPointer<TrackBounds> createTrackBounds(unsigned trackAndChannel) = 0;
+
+    /*! Milliseconds to add to the client's UTC clock to get the server's. */
+    virtual long long getCachedServerUTCOffsetToClientUTCMSecs() const = 0;
+};
+
+} // namespace orrin
