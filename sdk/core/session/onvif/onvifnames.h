@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QString>
+
+/*! Namespaces of the services that a session speaks to. */
+namespace orrin::onvif {
+
+inline const QString DeviceNamespace = QStringLiteral("http://www.onvif.org/ver10/device/wsdl");
+inline const QString MediaNamespace = QStringLiteral("http://www.onvif.org/ver10/media/wsdl");
+inline const QString Media2Namespace = QStringLiteral("http://www.onvif.org/ver20/media/wsdl");
+inline const QString SchemaNamespace = QStringLiteral("http://www.onvif.org/ver10/schema");
+inline const QString SiteNamespace = QStringLiteral("urn:orrin:site:1");
+
+} // namespace orrin::onvif
