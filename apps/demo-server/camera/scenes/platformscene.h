@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "camera/scene.h"
+
+namespace orrin::demo {
+
+/*! A railway platform: a train comes, stops and leaves, people wait. */
+class PlatformScene final : public Scene
+{
+public:
+    /*! \a variant changes colours and rhythm. */
+    explicit PlatformScene(int variant) : m_variant(variant) {}
+
+    void paintBackground(QPainter &painter) const override;
+    std::vector<SpriteArt> art() const override;
+    void movers(std::int64_t timeMs, std::vector<Mover> &movers) const override;
+
+private:
+    int m_variant;
+};
+
+} // namespace orrin::demo

@@ -1,0 +1,279 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "console.h"
+
+#include "demoserver.h"
+
+#include <algorithm>
+
+namespace orrin::demo {
+
+using namespace Qt::StringLiterals;
+
+struct Console::Command
+{
+    QStringView name;
+    QStringView usage;
+    QStringView text;
+    QString (Console::*run)(const QStringList &words);
+};
+
+namespace {
+
+QString ok(const QString &text = {})
+{
+    return text.isEmpty() ? u"ok"_s : u"ok "_s + text;
+}
+
+QString failed(const QString &text)
+{
+    return u"error "_s + text;
+}
+
+const QString NoRecorder = u"there is no such recorder"_s;
+
+} // namespace
+
+const std::vector<Console::Command> &Console::commands()
+{
+    static const std::vector<Command> table{
+        {u"refuse", u"too-many|outside-hours|locked SECONDS|address|none [RECORDER]",
+         u"refuse logins with this reason", &Console::refuse},
+        {u"key", u"renew RECORDER", u"make a new TLS key", &Console::key},
+        {u"rtsp", u"drop | stall on|off | garbage on|off [RECORDER]",
+         u"close RTSP connections, hold frames back, send garbage", &Console::rtsp},
+        {u"http", u"silent on|off | garbage on|off [RECORDER]", u"leave requests unanswered, answer garbage",
+         &Console::http},
+        {u"listener", u"stop|start RECORDER", u"take a recorder off the network and back",
+         &Console::listener},
+        {u"user", u"lock NAME SECONDS | unlock NAME", u"lock an account by hand", &Console::user},
+        {u"camera", u"enable|disable RECORDER ID | rename RECORDER ID NAME", u"change the site",
+         &Console::camera},
+        {u"change", u"site|configuration [RECORDER]", u"report a change to the sessions", &Console::change},
+        {u"notice", u"restart|reboot|shutdown|userTimedOut [RECORDER]", u"report a notice to the sessions",
+         &Console::notice},
+        {u"clients", u"[RECORDER]", u"count sessions and RTSP connections", &Console::clients},
+        {u"help", u"", u"list the commands", nullptr},
+        {u"quit", u"", u"end the server", nullptr},
+    };
+    return table;
+}
+
+Console::Console(DemoServer &server) : m_server(server) {}
+
+QString Console::help()
+{
+    QString text;
+    for (const Command &command : commands()) {
+        text += u"  %1 %2\n      %3\n"_s.arg(command.name, command.usage, command.text);
+    }
+    return text;
+}
+
+QString Console::run(const QString &line)
+{
+    const QStringList words = line.simplified().split(u' ', Qt::SkipEmptyParts);
+    if (words.isEmpty())
+        return failed(u"empty command"_s);
+    const QString &name = words.constFirst();
+    const auto command = std::ranges::find(commands(), name, &Command::name);
+    if (command == commands().end())
+        return failed(u"unknown command; \"help\" lists them"_s);
+    if (name == "help"_L1) {
+        QStringList usages;
+        for (const Command &each : commands())
+            usages.append(u"%1 %2"_s.arg(each.name, each.usage).trimmed());
+        return ok(usages.join(u"; "_s));
+    }
+    if (name == "quit"_L1) {
+        Q_EMIT quitRequested();
+        return ok();
+    }
+    return (this->*command->run)(words);
+}
+
+Console::Recorders Console::recorders(const QStringList &words, qsizetype index)
+{
+    Recorders found;
+    if (words.size() > index) {
+        if (Recorder *recorder = m_server.recorder(words.at(index)))
+            found.push_back(recorder);
+        return found;
+    }
+    for (const auto &recorder : m_server.recorders())
+        found.push_back(recorder.get());
+    return found;
+}
+
+QString Console::refuse(const QStringList &words)
+{
+    const QString what = words.value(1);
+    qsizetype next = 2;
+    Refusal refusal;
+    if (what == "too-many"_L1) {
+        refusal.reason = Refusal::Reason::TooManyConnections;
+    } else if (what == "outside-hours"_L1) {
+        refusal.reason = Refusal::Reason::OutsideHours;
+    } else if (what == "address"_L1) {
+        refusal.reason = Refusal::Reason::AddressNotPermitted;
+    } else if (what == "locked"_L1) {
+        refusal = {Refusal::Reason::AccountLocked, words.value(next++).toInt()};
+        if (refusal.seconds <= 0)
+            return failed(u"locked wants a number of seconds"_s);
+    } else if (what != "none"_L1) {
+        return failed(u"unknown reason"_s);
+    }
+    const Recorders targets = recorders(words, next);
+    if (targets.empty())
+        return failed(NoRecorder);
+    for (Recorder *recorder : targets)
+        m_server.accounts().setRefusal(recorder->info().id, refusal);
+    return ok();
+}
+
+QString Console::key(const QStringList &words)
+{
+    if (words.value(1) != "renew"_L1 || words.size() != 3)
+        return failed(u"usage: key renew RECORDER"_s);
+    Recorder *recorder = m_server.recorder(words.at(2));
+    if (!recorder)
+        return failed(NoRecorder);
+    QString error;
+    return recorder->renewKey(&error) ? ok(QString::fromLatin1(recorder->publicKeySha256().toHex()))
+                                      : failed(error);
+}
+
+QString Console::rtsp(const QStringList &words)
+{
+    const QString what = words.value(1);
+    const bool drop = what == "drop"_L1;
+    const QString state = words.value(2);
+    if (!drop && ((what != "stall"_L1 && what != "garbage"_L1) || (state != "on"_L1 && state != "off"_L1)))
+        return failed(u"usage: rtsp drop | stall on|off | garbage on|off [RECORDER]"_s);
+    const Recorders targets = recorders(words, drop ? 2 : 3);
+    if (targets.empty())
+        return failed(NoRecorder);
+    for (Recorder *recorder : targets) {
+        if (drop)
+            recorder->rtsp().dropConnections();
+        else if (what == "stall"_L1)
+            recorder->rtsp().setStalled(state == "on"_L1);
+        else
+            recorder->rtsp().setGarbage(state == "on"_L1);
+    }
+    return ok();
+}
+
+QString Console::http(const QStringList &words)
+{
+    const QString what = words.value(1);
+    const QString state = words.value(2);
+    if ((what != "silent"_L1 && what != "garbage"_L1) || (state != "on"_L1 && state != "off"_L1))
+        return failed(u"usage: http silent on|off | garbage on|off [RECORDER]"_s);
+    const Recorders targets = recorders(words, 3);
+    if (targets.empty())
+        return failed(NoRecorder);
+    const auto wanted = what == "silent"_L1 ? HttpListener::Mode::Silent : HttpListener::Mode::Garbage;
+    for (Recorder *recorder : targets)
+        recorder->setHttpMode(state == "on"_L1 ? wanted : HttpListener::Mode::Normal);
+    return ok();
+}
+
+QString Console::listener(const QStringList &words)
+{
+    const bool stop = words.value(1) == "stop"_L1;
+    if ((!stop && words.value(1) != "start"_L1) || words.size() != 3)
+        return failed(u"usage: listener stop|start RECORDER"_s);
+    Recorder *recorder = m_server.recorder(words.at(2));
+    if (!recorder)
+        return failed(NoRecorder);
+    if (stop) {
+        recorder->stop();
+        return ok();
+    }
+    QString error;
+    return recorder->restart(&error) ? ok() : failed(error);
+}
+
+QString Console::user(const QStringList &words)
+{
+    const QString name = words.value(2);
+    if (!m_server.accounts().user(name))
+        return failed(u"there is no such user"_s);
+    if (words.value(1) == "unlock"_L1) {
+        m_server.accounts().lock(name, {});
+        return ok();
+    }
+    const int seconds = words.value(3).toInt();
+    if (words.value(1) != "lock"_L1 || seconds <= 0)
+        return failed(u"usage: user lock NAME SECONDS | unlock NAME"_s);
+    m_server.accounts().lock(name, std::chrono::seconds(seconds));
+    return ok();
+}
+
+QString Console::camera(const QStringList &words)
+{
+    const QString what = words.value(1);
+    Recorder *recorder = m_server.recorder(words.value(2));
+    if (!recorder)
+        return failed(NoRecorder);
+    Camera *camera = recorder->info().camera(words.value(3).toInt());
+    if (!camera)
+        return failed(u"there is no such camera"_s);
+    if (what == "enable"_L1 || what == "disable"_L1) {
+        camera->enabled = what == "enable"_L1;
+    } else if (what == "rename"_L1 && words.size() > 4) {
+        camera->name = words.sliced(4).join(u' ');
+    } else {
+        return failed(u"usage: camera enable|disable RECORDER ID | rename RECORDER ID NAME"_s);
+    }
+    recorder->rtsp().setCamera(*camera);
+    recorder->changes().addChange(u"site"_s);
+    return ok();
+}
+
+QString Console::change(const QStringList &words)
+{
+    const QString topic = words.value(1);
+    if (topic != "site"_L1 && topic != "configuration"_L1)
+        return failed(u"usage: change site|configuration [RECORDER]"_s);
+    const Recorders targets = recorders(words, 2);
+    if (targets.empty())
+        return failed(NoRecorder);
+    for (Recorder *recorder : targets)
+        recorder->changes().addChange(topic);
+    return ok();
+}
+
+QString Console::notice(const QStringList &words)
+{
+    const QString name = words.value(1);
+    if (!QStringList{u"restart"_s, u"reboot"_s, u"shutdown"_s, u"userTimedOut"_s}.contains(name))
+        return failed(u"usage: notice restart|reboot|shutdown|userTimedOut [RECORDER]"_s);
+    const Recorders targets = recorders(words, 2);
+    if (targets.empty())
+        return failed(NoRecorder);
+    for (Recorder *recorder : targets)
+        recorder->changes().addNotice(name);
+    return ok();
+}
+
+QString Console::clients(const QStringList &words)
+{
+    const Recorders targets = recorders(words, 1);
+    if (targets.empty())
+        return failed(NoRecorder);
+    RtspServer::Counts sum;
+    int sessions = 0;
+    for (Recorder *recorder : targets) {
+        const RtspServer::Counts counts = recorder->rtsp().counts();
+        sum.connections += counts.connections;
+        sum.sessions += counts.sessions;
+        sum.media += counts.media;
+        sessions += recorder->siteService().sessionCount();
+    }
+    return ok(u"sessions=%1 rtspConnections=%2 rtspSessions=%3 rtspMedia=%4"_s.arg(
+        QString::number(sessions), QString::number(sum.connections), QString::number(sum.sessions),
+        QString::number(sum.media)));
+}
+
+} // namespace orrin::demo

@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QLatin1StringView>
+
+/*! The XML namespaces of SOAP 1.2, WS-Security, ONVIF and the site extension. */
+namespace orrin::demo::ns {
+
+inline constexpr QLatin1StringView Envelope("http://www.w3.org/2003/05/soap-envelope");
+inline constexpr QLatin1StringView Envelope11("http://schemas.xmlsoap.org/soap/envelope/");
+inline constexpr QLatin1StringView
+    Security("http://docs.oasis-open.org/wss/2004/01/oasis-200401-wss-wssecurity-secext-1.0.xsd");
+inline constexpr QLatin1StringView
+    Utility("http://docs.oasis-open.org/wss/2004/01/oasis-200401-wss-wssecurity-utility-1.0.xsd");
+inline constexpr QLatin1StringView PasswordDigest(
+    "http://docs.oasis-open.org/wss/2004/01/oasis-200401-wss-username-token-profile-1.0#PasswordDigest");
+inline constexpr QLatin1StringView Device("http://www.onvif.org/ver10/device/wsdl");
+inline constexpr QLatin1StringView Media("http://www.onvif.org/ver10/media/wsdl");
+inline constexpr QLatin1StringView Media2("http://www.onvif.org/ver20/media/wsdl");
+inline constexpr QLatin1StringView Schema("http://www.onvif.org/ver10/schema");
+inline constexpr QLatin1StringView Error("http://www.onvif.org/ver10/error");
+inline constexpr QLatin1StringView Site("urn:orrin:site:1");
+
+} // namespace orrin::demo::ns
