@@ -33,7 +33,7 @@ build_targets() {
   while kill -0 "$pid" 2>/dev/null; do
     sleep 1
     local now
-    now=$(grep -oE '^\[[0-9]+/[0-9]+\]' "$log" 2>/dev/null | tail -n 1)
+    now=$(grep -oE '^\[[0-9]+/[0-9]+\]' "$log" 2>/dev/null | tail -n 1 || true)
     if [ -n "$now" ] && [ $((SECONDS % 20)) -eq 0 ] && [ "$now" != "$shown" ]; then
       say "  $now"
       shown=$now

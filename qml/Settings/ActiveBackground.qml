@@ -5,11 +5,10 @@ import QtQuick
 Rectangle {
     id: root
 
-    // qmllint disable unqualified
-    property color backgroundColor: settings.backgroundColor
-    property color highlightColor: settings.highlightColor
-    property color activeColor: settings.activeColor
-    // qmllint enable unqualified
+    // The host publishes `settings`, which qmllint cannot know.
+    property color backgroundColor: settings.backgroundColor // qmllint disable unqualified
+    property color highlightColor: settings.highlightColor // qmllint disable unqualified
+    property color activeColor: settings.activeColor // qmllint disable unqualified
 
     state: "normal"
     states: [

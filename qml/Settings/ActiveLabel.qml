@@ -5,13 +5,12 @@ import QtQuick
 Text {
     id: root
 
-    // qmllint disable unqualified
-    property color textColor: settings.textColor
-    property color textHighlightColor: settings.textHighlightColor
-    property color textActiveColor: settings.textActiveColor
+    // The host publishes `settings`, which qmllint cannot know.
+    property color textColor: settings.textColor // qmllint disable unqualified
+    property color textHighlightColor: settings.textHighlightColor // qmllint disable unqualified
+    property color textActiveColor: settings.textActiveColor // qmllint disable unqualified
 
-    font.pixelSize: settings.fontPixelSizeHints
-    // qmllint enable unqualified
+    font.pixelSize: settings.fontPixelSizeHints // qmllint disable unqualified
 
     state: "normal"
     states: [

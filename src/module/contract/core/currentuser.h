@@ -24,6 +24,9 @@ public:
     explicit CurrentUser(std::unique_ptr<CurrentUserPrivate> d);
     ~CurrentUser() override;
 
+    /*! In place of a server's id, which is never 0: the first server of the group on which somebody is logged in. */
+    static constexpr int FirstLogin = 0;
+
     /*! Null when nobody is logged in there. The pointer is borrowed for the call. */
     static CurrentUser *currentUser(int group, int server);
 

@@ -37,6 +37,8 @@ public:
     EventModelPrivate *d_func() const { return d.get(); }
 
 private:
+    friend class EventModelPrivate;
+
     std::unique_ptr<EventModelPrivate> d;
 };
 

@@ -25,6 +25,7 @@ public:
         NotFound = 9,        //!< the server has no such stream
         Unsupported = 10,    //!< a codec or transport that cannot be played
         Corrupt = 11,        //!< what arrives cannot be decoded
+        UntrustedKey = 12,   //!< the server shows another key than the one that is trusted
     };
 
     PlaybackError() = default;

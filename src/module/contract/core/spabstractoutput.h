@@ -23,6 +23,9 @@ public:
     virtual void setError(const PlaybackError &error, int mark) = 0;
     /*! The stream waits for data, or no longer. */
     virtual void setBusy(bool busy) = 0;
+    /*! Main thread: the stream is gone. Lets go of what draws the frames; calls that are still under way on the stream's thread
+        do no harm and show nothing. Does nothing here. */
+    virtual void close();
 };
 
 } // namespace orrin

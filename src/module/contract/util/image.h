@@ -68,6 +68,8 @@ public:
     int width() const;
     int height() const;
     const Planes &planes() const;
+    /*! Puts \a planes of the same size in the place of the image's own; time, flags and extensions stay. */
+    void setPlanes(const Planes &planes, std::shared_ptr<void> owner);
     /*! The owner of the planes; null for sound and for a null image. */
     const std::shared_ptr<void> &owner() const;
 

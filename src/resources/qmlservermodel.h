@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "module/logclient.h"
+#include "module/orrinsdkqmlglobal.h"
+
+#include <QAbstractTableModel>
+#include <QtQml/qqmlregistration.h>
+
+#include <memory>
+
+namespace orrin {
+
+class QmlServerModelPrivate;
+
+/*! The servers of one group or of all, one a row, in the core's order. Main thread.
+
+    Rebuilt whole, by a model reset, when servers come; the objects of servers that are still there survive. Each column is the
+    property of QmlServer with the role's name; the role of a column is Qt::UserRole plus its number. */
+class ORRINSDKQML_EXPORT QmlServerModel : public QAbstractTableModel
+{
+    Q_OBJECT
+    QML_NAMED_ELEMENT(ServerModel)
+
+    /*! The group whose servers are listed; below 0, those of all groups, group by group. */
+    Q_PROPERTY(int serverGroupId READ serverGroupId WRITE setServerGroupId NOTIFY serverGroupIdChanged FINAL)
+    /*! The number of rows. countChanged() is never emitted: follow the model's reset. */
+    Q_PROPERTY(int count READ count NOTIFY countChanged FINAL)
+
+public:
+    explicit QmlServerModel(QObject *parent = nullptr);
+    /*! The items that are listed stay alive and belong to nobody. */
+    ~QmlServerModel() override;
+
+    int serverGroupId() const;
+    void setServerGroupId(int id);
+    int count() const;
+
+    /*! The QmlServer* of that row, or an invalid value. The model owns it: do not hold it beyond a reset. */
+    Q_INVOKABLE QVariant get(int index) const;
+
+    int rowCount(const QModelIndex &parent = {}) const override;
+    int columnCount(const QModelIndex &parent = {}) const override;
+    QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
+    QHash<int, QByteArray> roleNames() const override;
+
+Q_SIGNALS:
+    void serverGroupIdChanged();
+    void countChanged();
+
+private:
+    Q_DISABLE_COPY_MOVE(QmlServerModel)
+
+    QmlServerModelPrivate *d_func() const { return d_ptr.get(); }
+    template <class, class, std::size_t>
+    friend class ResourceModelPrivate;
+
+    std::unique_ptr<QmlServerModelPrivate> d_ptr;
+    LogClient m_log;
+};
+
+} // namespace orrin
