@@ -15,6 +15,7 @@ class CameraList : public QAbstractListModel
 
 public:
     enum Role : int { ServerGroupIdRole = Qt::UserRole, ServerIdRole, ChannelIdRole, NameRole, ServerNameRole, SortIdRole };
+    Q_ENUM(Role)
 
     explicit CameraList(QObject *parent = nullptr);
 

@@ -2,7 +2,7 @@
 #include "startoptions.h"
 #include "tour.h"
 
-#include <module/initqmlcontext.h>
+#include <module/orrinsdkqml.h>
 
 #include <contract/core/orrinsdk.h>
 

@@ -5,7 +5,7 @@
 #include "startoptions.h"
 #include "timestrip.h"
 
-#include <module/initqmlcontext.h>
+#include <module/orrinsdkqml.h>
 
 #include <contract/core/orrinsdk.h>
 
@@ -125,6 +125,9 @@ void tst_viewer_live::tiles_showTimeThatAdvances_whenLoggedIn()
     QTRY_VERIFY2_WITH_TIMEOUT(m_window->property("tourReady").toBool(),
                               qPrintable(m_window->property("tourStatus").toString()), 30000);
 
+    // Both recorders of the site, less the camera that is switched off.
+    QTRY_COMPARE_WITH_TIMEOUT(page(u"live"_s)->property("cameraCount").toInt(), 11, 12000);
+
     QList<QQuickItem *> displays;
     collectDisplays(m_window->contentItem(), displays);
     QCOMPARE(displays.size(), TileCount);
@@ -143,7 +146,7 @@ void tst_viewer_live::tiles_showTimeThatAdvances_whenLoggedIn()
             const auto fields = readStrip(screenshot, pictureArea(displays.at(tile)));
             if (!fields)
                 continue;
-            const auto shown = static_cast<qint64>(fields->unixMs);
+            const auto shown = static_cast<qint64>(fields->timeMs);
             QVERIFY2(shown >= last.at(tile), "a tile went back in time");
             QVERIFY2(cameras.at(tile) < 0 || cameras.at(tile) == int(fields->camera), "a tile changed its camera");
             cameras[tile] = int(fields->camera);

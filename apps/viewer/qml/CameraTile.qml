@@ -25,6 +25,7 @@ Rectangle {
         id: display
 
         anchors.fill: parent
+        anchors.topMargin: header.height
         visible: root.pictures > 0
         serverGroupId: root.serverGroupId
         serverId: root.serverId
@@ -37,40 +38,40 @@ Rectangle {
         onErrorReceived: root.errorText = display.error
     }
     CentredNotice {
-        anchors.fill: parent
+        anchors.fill: display
         color: root.errorText === "" ? ViewerStyle.dimText : ViewerStyle.danger
         text: root.errorText !== "" ? root.errorText
                                     : !root.assigned ? qsTr("No camera") : root.pictures === 0 ? qsTr("Waiting for the picture …") : ""
     }
-    BusyIndicator {
+    Rectangle {
+        id: header
+
+        anchors.left: parent.left
         anchors.right: parent.right
         anchors.top: parent.top
-        anchors.margins: ViewerStyle.gap
-        width: 32
-        height: 32
-        running: root.assigned && display.busySpinnerVisible
-        visible: running
-    }
-    Rectangle {
-        anchors.left: parent.left
-        anchors.bottom: parent.bottom
-        width: Math.min(parent.width, nameText.implicitWidth + 24)
-        height: 32
-        visible: root.assigned
-        color: "#b014171c"
+        height: 28
+        color: ViewerStyle.surface
 
         Text {
-            id: nameText
-
             anchors.fill: parent
-            anchors.leftMargin: 12
-            anchors.rightMargin: 12
+            anchors.leftMargin: 10
+            anchors.rightMargin: 38
             text: root.name
             textFormat: Text.PlainText
             color: ViewerStyle.text
-            font.pixelSize: 16
+            font.pixelSize: 15
             elide: Text.ElideRight
             verticalAlignment: Text.AlignVCenter
+        }
+        BusyIndicator {
+            anchors.right: parent.right
+            anchors.rightMargin: 4
+            anchors.verticalCenter: parent.verticalCenter
+            width: 24
+            height: 24
+            padding: 2
+            running: root.assigned && display.busySpinnerVisible
+            visible: running
         }
     }
 }

@@ -14,7 +14,7 @@ Item {
     readonly property int tileCount: rows * columns
     readonly property int wantedPictures: Math.min(tileCount, cameras.count)
     property int showingPictures: 0
-    readonly property alias tiles: tiles
+    readonly property alias cameraCount: cameras.count
 
     signal logoutRequested()
 

@@ -103,6 +103,7 @@ Item {
                 text: qsTr("All servers of the site")
                 font.pixelSize: ViewerStyle.normalText
                 leftPadding: 0
+                Material.accent: ViewerStyle.accent
             }
             KeyQuestion {
                 Layout.fillWidth: true
