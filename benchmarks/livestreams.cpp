@@ -68,13 +68,13 @@ int main(int argc, char *argv[])
 
     orrin::test::DemoServerProcess server;
     if (!server.start()) {
-        std::fprintf(stderr, "%s\n", qPrintable(server.errorString()));
+        std::fprintf(stderr, "%s\n", qPrintable(server.errorText()));
         return 1;
     }
     orrin::OrrinSDK::initInstance(u"Orrinworks"_s, u"bench_livestreams"_s, nullptr, u"bench.log"_s);
     orrin::ConnectionManager *manager = orrin::OrrinSDK::instance()->connectionManager();
     QSignalSpy complete(manager, &orrin::ConnectionManager::initialConnectionComplete);
-    manager->connectToServer(u"admin"_s, u"orrin-admin"_s, orrin::CorvaneUrl(u"127.0.0.1:%1"_s.arg(server.port(0)), 8601), true);
+    manager->connectToServer(u"admin"_s, u"orrin-admin"_s, orrin::CorvaneUrl(u"127.0.0.1:%1"_s.arg(server.port()), 8601), true);
     if (!complete.wait(12000)) {
         std::fprintf(stderr, "no login\n");
         return 1;

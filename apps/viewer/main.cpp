@@ -3,6 +3,7 @@
 #include "tour.h"
 
 #include <module/orrinsdkqml.h>
+#include <support/qmlsettings.h>
 
 #include <contract/core/orrinsdk.h>
 
@@ -34,9 +35,10 @@ int main(int argc, char *argv[])
                                   u"orrin-viewer.log"_s);
     int status = 1;
     {
+        orrin::QmlSettings settings;
         QQmlApplicationEngine engine;
         orrin::initQmlContext(engine.rootContext());
-        engine.rootContext()->setContextProperty(u"settings"_s, nullptr);
+        engine.rootContext()->setContextProperty(u"settings"_s, &settings);
 
         std::unique_ptr<Tour> tour;
         int warnings = 0;

@@ -24,12 +24,14 @@ void StartOptions::parse()
     const QCommandLineOption headless(u"headless"_s,
                                       tr("Walk through the pages, leave a screenshot of each in this folder, and end."),
                                       u"folder"_s);
-    parser.addOptions({server, user, headless});
+    const QCommandLineOption developer(u"developer"_s, tr("Developer mode: Ctrl+G shows the gallery of components."));
+    parser.addOptions({server, user, headless, developer});
     parser.process(*QCoreApplication::instance());
 
     m_server = parser.value(server);
     m_user = parser.value(user);
     m_screenshots = parser.value(headless);
+    m_developer = parser.isSet(developer);
     m_password = qEnvironmentVariable("ORRIN_PASSWORD");
     // Child processes and crash reports need not see it.
     qunsetenv("ORRIN_PASSWORD");

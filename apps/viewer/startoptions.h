@@ -14,6 +14,7 @@ class StartOptions : public QObject
     Q_PROPERTY(QString server READ server CONSTANT FINAL)
     Q_PROPERTY(QString user READ user CONSTANT FINAL)
     Q_PROPERTY(bool headless READ isHeadless CONSTANT FINAL)
+    Q_PROPERTY(bool developer READ isDeveloper CONSTANT FINAL)
 
 public:
     explicit StartOptions(QObject *parent = nullptr);
@@ -24,6 +25,7 @@ public:
     QString server() const { return m_server; }
     QString user() const { return m_user; }
     bool isHeadless() const { return !m_screenshots.isEmpty(); }
+    bool isDeveloper() const { return m_developer; }
     QString screenshots() const { return m_screenshots; }
 
     /*! The password from the variable ORRIN_PASSWORD, once: the second call gives an empty text. */
@@ -34,4 +36,5 @@ private:
     QString m_user;
     QString m_password;
     QString m_screenshots;
+    bool m_developer = false;
 };

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
-// The host adds the grid type to the module.
+// For the grid that the host adds to the module.
 import orrinsdkqml // qmllint disable unused-imports
 
-/*! A place for a grid of video tiles, whose type `OGridLayout` the host registers in this module. */
+/*! A place for a grid of video tiles.
+
+    Its type `OGridLayout` is the host's, who registers it in this module before the first import. */
 Rectangle {
     anchors.fill: parent
     color: "red"

@@ -11,14 +11,14 @@
 namespace orrin {
 
 ConnectionManager::ConnectionManager(QObject *parent)
-    : QObject(parent)
-    , d(std::make_unique<ConnectionManagerPrivate>(this))
+    : QObject(parent), d(std::make_unique<ConnectionManagerPrivate>(this))
 {
 }
 
 ConnectionManager::~ConnectionManager() = default;
 
-int ConnectionManager::connectToServer(const QString &user, const QString &password, const CorvaneUrl &url, bool asGroup)
+int ConnectionManager::connectToServer(const QString &user, const QString &password, const CorvaneUrl &url,
+                                       bool asGroup)
 {
     Q_ASSERT(thread() == QThread::currentThread());
     return d->connectToServer(url, SharedCredentials::create(user, password), asGroup);

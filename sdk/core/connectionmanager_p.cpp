@@ -28,11 +28,7 @@ unsigned userNumber(const Server *server)
 
 } // namespace
 
-ConnectionManagerPrivate::ConnectionManagerPrivate(ConnectionManager *q)
-    : q(q)
-    , m_registry(q)
-{
-}
+ConnectionManagerPrivate::ConnectionManagerPrivate(ConnectionManager *q) : q(q), m_registry(q) {}
 
 ConnectionManagerPrivate::~ConnectionManagerPrivate()
 {
@@ -49,7 +45,8 @@ void ConnectionManagerPrivate::setConnector(std::unique_ptr<Connector> connector
     m_connector = std::move(connector);
 }
 
-int ConnectionManagerPrivate::connectToServer(const CorvaneUrl &url, const SharedCredentials &credentials, bool asGroup)
+int ConnectionManagerPrivate::connectToServer(const CorvaneUrl &url, const SharedCredentials &credentials,
+                                              bool asGroup)
 {
     const unsigned request = ++m_lastRequest;
     if (!url.isValid() || !m_connector) {
@@ -59,8 +56,7 @@ int ConnectionManagerPrivate::connectToServer(const CorvaneUrl &url, const Share
         error.port = static_cast<std::uint16_t>(url.port());
         error.request = request;
         error.asGroup = asGroup;
-        QMetaObject::invokeMethod(
-            this, [this, error] { Q_EMIT q->loginError(error); }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(this, [this, error] { Q_EMIT q->loginError(error); }, Qt::QueuedConnection);
         return static_cast<int>(request);
     }
     Login login;
@@ -142,16 +138,17 @@ void ConnectionManagerPrivate::closeLink(const LinkPtr &link)
 
 ConnectionManagerPrivate::LinkPtr ConnectionManagerPrivate::linkOfServer(const Server *server) const
 {
-    const auto found = std::find_if(m_links.begin(), m_links.end(),
-                                    [server](const LinkPtr &link) { return server && link->server == server; });
+    const auto found = std::find_if(m_links.begin(), m_links.end(), [server](const LinkPtr &link) {
+        return server && link->server == server;
+    });
     return found == m_links.end() ? nullptr : *found;
 }
 
 void ConnectionManagerPrivate::onDescribed(const LinkPtr &link, const SiteDescription &site)
 {
     link->site = site;
-    // Until the session is open nobody knows the server, and while it is lost it may come back as another one: both are
-    // settled when the session says that it stands.
+    // Until the session is open nobody knows the server, and while it is lost it may come back as another
+    // one: both are settled when the session says that it stands.
     if (!link->opened || !link->online)
         return;
     const QPointer<Server> before = link->server;
@@ -197,9 +194,10 @@ void ConnectionManagerPrivate::onOpened(const LinkPtr &link)
 
 bool ConnectionManagerPrivate::replacesOlderLink(const LinkPtr &link, const LinkPtr &older) const
 {
-    // Another user has other rights, and a session that is lost may be trying an address that is no longer right.
-    return !older->online || older->credentials->user != link->credentials->user
-        || older->credentials->password != link->credentials->password;
+    // Another user has other rights, and a session that is lost may be trying an address that is no longer
+    // right.
+    return !older->online || older->credentials->user != link->credentials->user ||
+           older->credentials->password != link->credentials->password;
 }
 
 void ConnectionManagerPrivate::onLoginFailed(const LinkPtr &link, const LoginError &error)
@@ -315,7 +313,8 @@ void ConnectionManagerPrivate::dropPeersThatLeft(const LinkPtr &link)
     QSet<quint64> present;
     for (const PeerDescription &peer : std::as_const(link->site.peers))
         present.insert(peer.uid);
-    // Only a server that was listed before has left: one that was never listed is there by a login of its own.
+    // Only a server that was listed before has left: one that was never listed is there by a login of its
+    // own.
     const QSet<quint64> gone = link->peers - present;
     link->peers = present;
     for (const quint64 uid : gone) {

@@ -19,11 +19,13 @@ namespace orrin {
 class ConnectionManager;
 class LoginError;
 
-/*! The logic of the ConnectionManager: logins, their sessions, and what becomes of what they report. Main thread.
+/*! The logic of the ConnectionManager: logins, their sessions, and what becomes of what they report. Main
+    thread.
 
-    A login is one call of connectToServer(); it has a link for the server named and, for a group, one for each peer. A link owns
-    its session and knows its server. Links are shared pointers, since a receiver of a signal may end all sessions while a handler
-    of this class runs; each handler tests its link after every signal. */
+    A login is one call of connectToServer(); it has a link for the server named and, for a group, one for
+    each peer. A link owns its session and knows its server. Links are shared pointers, since a receiver of a
+    signal may end all sessions while a handler of this class runs; each handler tests its link after every
+    signal. */
 class ORRINSDK_CORE_EXPORT ConnectionManagerPrivate : public QObject
 {
 public:

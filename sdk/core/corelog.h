@@ -7,8 +7,8 @@
 
 namespace orrin {
 
-/*! Writes one line of the core to the log. \a function lives as long as the process. Never hand over a password, nor a URL that may carry one.
-    Safe from any thread. */
+/*! Writes one line of the core to the log. \a function lives as long as the process. Never hand over a
+    password, nor a URL that may carry one. Safe from any thread. */
 void logCore(olog::LogLevel level, const char *function, const QString &message);
 
 } // namespace orrin

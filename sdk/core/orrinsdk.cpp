@@ -45,12 +45,13 @@ OrrinSDKPrivate::OrrinSDKPrivate(const QString &organisation, const QString &app
 
 OrrinSDKPrivate::~OrrinSDKPrivate() = default;
 
-void OrrinSDK::initInstance(const QString &organisation, const QString &application, OsdNotificationInterface *osd,
-                            const QString &logFile)
+void OrrinSDK::initInstance(const QString &organisation, const QString &application,
+                            OsdNotificationInterface *osd, const QString &logFile)
 {
     if (theInstance)
         return;
-    Q_ASSERT(!QCoreApplication::instance() || QCoreApplication::instance()->thread() == QThread::currentThread());
+    Q_ASSERT(!QCoreApplication::instance() ||
+             QCoreApplication::instance()->thread() == QThread::currentThread());
     registerMetaTypes();
     setLogDirNames(organisation, application);
     olog::setLogFileName(logFile);
@@ -68,10 +69,7 @@ void OrrinSDK::shutdown()
     delete std::exchange(theInstance, nullptr);
 }
 
-OrrinSDK::OrrinSDK(std::unique_ptr<OrrinSDKPrivate> d)
-    : d(std::move(d))
-{
-}
+OrrinSDK::OrrinSDK(std::unique_ptr<OrrinSDKPrivate> d) : d(std::move(d)) {}
 
 OrrinSDK::~OrrinSDK() = default;
 

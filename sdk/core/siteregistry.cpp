@@ -21,10 +21,7 @@ QString groupKey(const SiteDescription &site)
 
 } // namespace
 
-SiteRegistry::SiteRegistry(QObject *owner)
-    : m_owner(owner)
-{
-}
+SiteRegistry::SiteRegistry(QObject *owner) : m_owner(owner) {}
 
 std::vector<ServerGroup *> SiteRegistry::groups() const
 {

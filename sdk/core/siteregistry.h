@@ -18,9 +18,11 @@ namespace orrin {
 class Server;
 class ServerGroup;
 
-/*! The groups and servers that are known, with an index for each way in which they are looked up. Main thread.
+/*! The groups and servers that are known, with an index for each way in which they are looked up. Main
+    thread.
 
-    Objects are children of \a owner and are removed with deleteLater(), so that whoever holds one inside the call still may. */
+    Objects are children of \a owner and are removed with deleteLater(), so that whoever holds one inside the
+    call still may. */
 class ORRINSDK_CORE_EXPORT SiteRegistry
 {
 public:
@@ -31,8 +33,8 @@ public:
     ServerGroup *group(int id) const;
     Server *serverByUid(quint64 uid) const;
 
-    /*! The server that \a site describes, made with its group when it is new; reached at \a url. The description itself is not
-        applied. A server that now belongs to another group is made anew there. */
+    /*! The server that \a site describes, made with its group when it is new; reached at \a url. The
+        description itself is not applied. A server that now belongs to another group is made anew there. */
     Server *bind(const SiteDescription &site, const CorvaneUrl &url);
 
     /*! Removes \a server, and its group when that was the last one. */

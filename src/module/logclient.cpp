@@ -67,8 +67,8 @@ LogClient::LogClient(const char *objectName, const void *object, unsigned subMod
 
 bool LogClient::isTraceEnabled() const
 {
-    return olog::LG_trace_enabled.load(std::memory_order_relaxed)
-        && (m_subModules & m_enabledSubmodules->load(std::memory_order_relaxed)) != 0;
+    return olog::LG_trace_enabled.load(std::memory_order_relaxed) &&
+           (m_subModules & m_enabledSubmodules->load(std::memory_order_relaxed)) != 0;
 }
 
 void LogClient::trace(const char *file, const char *function, const char *format, ...) const
@@ -81,8 +81,8 @@ void LogClient::trace(const char *file, const char *function, const char *format
     va_end(arguments);
     if (!message)
         return;
-    olog::LogManager::instance()->log(olog::LogItem(olog::LL_Trace, Module, m_subModules, m_moduleName, file, function,
-                                                    m_object, QByteArray(m_objectName), *message));
+    olog::LogManager::instance()->log(olog::LogItem(olog::LL_Trace, Module, m_subModules, m_moduleName, file,
+                                                    function, m_object, QByteArray(m_objectName), *message));
 }
 
 } // namespace orrin

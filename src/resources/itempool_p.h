@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <QHash>
 #include <QList>
 #include <QPointer>
 
+#include <algorithm>
 #include <array>
+#include <compare>
 #include <cstddef>
 #include <utility>
 #include <vector>
@@ -19,16 +20,12 @@ struct ResourceIds
     std::array<int, N> ids;
 
     friend auto operator<=>(const ResourceIds &, const ResourceIds &) = default;
-    friend size_t qHash(const ResourceIds &key, size_t seed = 0) noexcept
-    {
-        return qHashRange(key.ids.begin(), key.ids.end(), seed);
-    }
 };
 
 /*! The items of a model before a refresh, from which the refresh takes those whose ids are still there.
 
-    Lists mostly keep their order, so the slot after the last one taken is tried first; an index over all slots is made only when that
-    guess fails. Ids may occur more than once: each slot is given out once. */
+    Lists mostly keep their order, so one walk over both finds nearly all; what is left on both sides is then sorted and compared.
+    Ids may occur more than once: each item is given out once. */
 template <class Item, std::size_t N>
 class ItemPool
 {
@@ -37,75 +34,76 @@ public:
     using IdsOf = Ids (*)(const Item &item);
 
     ItemPool(const QList<QPointer<Item>> &items, IdsOf idsOf)
-        : m_items(items.cbegin(), items.cend())
-        , m_idsOf(idsOf)
     {
+        m_slots.reserve(static_cast<std::size_t>(items.size()));
+        for (const QPointer<Item> &item : items) {
+            if (item)
+                m_slots.push_back({idsOf(*item), item});
+        }
     }
 
-    /*! The item of \a ids, which leaves the pool; null when there is none. */
-    QPointer<Item> take(const Ids &ids)
+    /*! The item for each of \a rows, which leaves the pool; null where there is none. */
+    QList<QPointer<Item>> take(const std::vector<Ids> &rows)
     {
-        const qsizetype slot = find(ids);
-        if (slot < 0)
-            return nullptr;
-        m_guess = slot + 1;
-        return std::exchange(m_items[static_cast<std::size_t>(slot)], nullptr);
+        QList<QPointer<Item>> taken(static_cast<qsizetype>(rows.size()));
+        std::vector<std::size_t> missing = takeInOrder(rows, taken);
+        std::erase_if(m_slots, [](const Slot &slot) { return !slot.item; });
+        if (!missing.empty() && !m_slots.empty())
+            takeAnywhere(rows, missing, taken);
+        return taken;
     }
 
     /*! Deletes what was not taken. */
     void deleteRest()
     {
-        for (const QPointer<Item> &item : std::exchange(m_items, {})) {
+        for (const Slot &slot : std::exchange(m_slots, {})) {
             // A receiver of the item's end may delete the model, which would delete its children once more.
-            if (item)
-                item->setParent(nullptr);
-            delete item.data();
+            if (slot.item)
+                slot.item->setParent(nullptr);
+            delete slot.item.data();
         }
     }
 
 private:
-    bool holds(qsizetype slot, const Ids &ids) const
+    struct Slot
     {
-        const QPointer<Item> &item = m_items[static_cast<std::size_t>(slot)];
-        return item && m_idsOf(*item) == ids;
+        Ids ids;
+        QPointer<Item> item;
+    };
+
+    // Returns the rows for which nothing was found.
+    std::vector<std::size_t> takeInOrder(const std::vector<Ids> &rows, QList<QPointer<Item>> &taken)
+    {
+        std::vector<std::size_t> missing;
+        auto slot = m_slots.begin();
+        for (std::size_t row = 0; row < rows.size(); ++row) {
+            while (slot != m_slots.end() && slot->ids < rows[row])
+                ++slot;
+            if (slot != m_slots.end() && slot->ids == rows[row])
+                taken[static_cast<qsizetype>(row)] = std::exchange((slot++)->item, nullptr);
+            else
+                missing.push_back(row);
+        }
+        return missing;
     }
 
-    qsizetype find(const Ids &ids)
+    void takeAnywhere(const std::vector<Ids> &rows, std::vector<std::size_t> &missing, QList<QPointer<Item>> &taken)
     {
-        const auto size = static_cast<qsizetype>(m_items.size());
-        if (m_guess < size && holds(m_guess, ids))
-            return m_guess;
-        if (!m_indexed)
-            makeIndex();
-        const auto first = m_first.find(ids);
-        if (first == m_first.end())
-            return -1;
-        // Slots that were given out by a guess are passed by once and forgotten.
-        while (*first >= 0 && !m_items[static_cast<std::size_t>(*first)])
-            *first = m_next[static_cast<std::size_t>(*first)];
-        return *first;
-    }
-
-    void makeIndex()
-    {
-        m_indexed = true;
-        m_first.reserve(static_cast<qsizetype>(m_items.size()));
-        m_next.assign(m_items.size(), -1);
-        for (std::size_t slot = m_items.size(); slot-- > 0;) {
-            if (!m_items[slot])
-                continue;
-            const Ids ids = m_idsOf(*m_items[slot]);
-            m_next[slot] = m_first.value(ids, -1);
-            m_first.insert(ids, static_cast<qsizetype>(slot));
+        std::stable_sort(missing.begin(), missing.end(),
+                         [&rows](std::size_t a, std::size_t b) { return rows[a] < rows[b]; });
+        std::stable_sort(m_slots.begin(), m_slots.end(), [](const Slot &a, const Slot &b) { return a.ids < b.ids; });
+        auto slot = m_slots.begin();
+        for (const std::size_t row : missing) {
+            while (slot != m_slots.end() && slot->ids < rows[row])
+                ++slot;
+            if (slot == m_slots.end())
+                return;
+            if (slot->ids == rows[row])
+                taken[static_cast<qsizetype>(row)] = std::exchange((slot++)->item, nullptr);
         }
     }
 
-    std::vector<QPointer<Item>> m_items;
-    IdsOf m_idsOf;
-    qsizetype m_guess = 0;
-    bool m_indexed = false;
-    QHash<Ids, qsizetype> m_first;
-    std::vector<qsizetype> m_next; // the next slot with the same ids
+    std::vector<Slot> m_slots;
 };
 
 } // namespace orrin

@@ -151,50 +151,44 @@ void QmlChannelModelPrivate::refreshAtFacilitiesOf(const Server *server)
         connect(server, &Server::facilitiesUpdated, this, &QmlChannelModelPrivate::refresh, Qt::UniqueConnection);
 }
 
-QList<QPointer<QmlChannel>> QmlChannelModelPrivate::collect(Pool &pool)
+auto QmlChannelModelPrivate::walk() -> std::vector<Ids>
 {
+    std::vector<Ids> rows;
     const ConnectionManager *manager = findConnectionManager();
     if (!manager)
-        return {};
-    std::vector<Row> rows;
+        return rows;
     rows.reserve(static_cast<std::size_t>(items.size()));
     for (const ServerGroup *group : manager->serverGroups()) {
         if (isFilteredOut(serverGroupId, group->id()))
             continue;
         for (const Server *server : group->servers()) {
             if (!isFilteredOut(serverId, server->id()))
-                collectServer(pool, group->id(), server, rows);
+                walkServer(group->id(), server, rows);
         }
         refreshAtEndOf(group);
     }
-
     // By channel id and not by sort id, which is for display.
-    const auto byIds = [](const Row &a, const Row &b) { return a.ids < b.ids; };
-    if (!std::is_sorted(rows.cbegin(), rows.cend(), byIds))
-        std::sort(rows.begin(), rows.end(), byIds);
-    QList<QPointer<QmlChannel>> next;
-    next.reserve(static_cast<qsizetype>(rows.size()));
-    for (Row &row : rows)
-        next.append(std::move(row.item));
-    return next;
+    if (!std::is_sorted(rows.cbegin(), rows.cend()))
+        std::sort(rows.begin(), rows.end());
+    return rows;
 }
 
-void QmlChannelModelPrivate::collectServer(Pool &pool, int groupId, const Server *server, std::vector<Row> &rows)
+void QmlChannelModelPrivate::walkServer(int groupId, const Server *server, std::vector<Ids> &rows)
 {
     for (const QPointer<Channel> &channel : server->channels(Server::SortBySortId)) {
-        if (!channel)
-            continue;
-        const Ids ids = {{groupId, server->id(), channel->id()}};
-        QPointer<QmlChannel> item = pool.take(ids);
-        if (!item) {
-            item = new QmlChannel(q_ptr);
-            item->setServerGroupId(groupId);
-            item->setServerId(server->id());
-            item->setChannelId(channel->id());
-        }
-        rows.push_back({ids, std::move(item)});
+        if (channel)
+            rows.push_back({{groupId, server->id(), channel->id()}});
     }
     refreshAtEndOf(server);
+}
+
+QmlChannel *QmlChannelModelPrivate::makeItem(const Ids &ids)
+{
+    auto *item = new QmlChannel(q_ptr);
+    item->setServerGroupId(ids.ids[0]);
+    item->setServerId(ids.ids[1]);
+    item->setChannelId(ids.ids[2]);
+    return item;
 }
 
 QmlChannelModel::QmlChannelModel(QObject *parent)

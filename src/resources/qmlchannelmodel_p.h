@@ -10,7 +10,6 @@
 namespace orrin {
 
 class Server;
-class ServerGroup;
 
 class QmlChannelModelPrivate : public ResourceModelPrivate<QmlChannelModel, QmlChannel, 3>
 {
@@ -24,17 +23,12 @@ public:
     int serverId = -1;
 
 protected:
-    QList<QPointer<QmlChannel>> collect(Pool &pool) override;
+    std::vector<Ids> walk() override;
+    QmlChannel *makeItem(const Ids &ids) override;
 
 private:
-    struct Row
-    {
-        Ids ids;
-        QPointer<QmlChannel> item;
-    };
-
     void refreshAtFacilitiesOf(const Server *server);
-    void collectServer(Pool &pool, int groupId, const Server *server, std::vector<Row> &rows);
+    void walkServer(int groupId, const Server *server, std::vector<Ids> &rows);
 };
 
 } // namespace orrin

@@ -14,15 +14,14 @@
 namespace orrin {
 
 QmlConnectionManagerPrivate::QmlConnectionManagerPrivate(QmlConnectionManager *q)
-    : q_ptr(q)
-    , url(QString(), DefaultPort)
+    : q_ptr(q), url(QString(), DefaultPort)
 {
 }
 
 void QmlConnectionManagerPrivate::listenTo(ConnectionManager *manager)
 {
-    // Each login listens anew and nothing is taken back: the handlers may run several times for one signal, which changes
-    // nothing but the number of errorChanged().
+    // Each login listens anew and nothing is taken back: the handlers may run several times for one signal,
+    // which changes nothing but the number of errorChanged().
     connect(manager, &ConnectionManager::loginError, this, [this](const LoginError &error) {
         loginError = error;
         if (q_ptr)
@@ -47,8 +46,7 @@ void QmlConnectionManagerPrivate::setStatus(QmlConnectionManager::Status newStat
 }
 
 QmlConnectionManager::QmlConnectionManager(QObject *parent)
-    : QObject(parent)
-    , d_ptr(std::make_unique<QmlConnectionManagerPrivate>(this))
+    : QObject(parent), d_ptr(std::make_unique<QmlConnectionManagerPrivate>(this))
 {
 }
 

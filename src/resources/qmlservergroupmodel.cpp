@@ -50,22 +50,24 @@ void QmlServerGroupModelPrivate::listen()
     refresh();
 }
 
-QList<QPointer<QmlServerGroup>> QmlServerGroupModelPrivate::collect(Pool &pool)
+auto QmlServerGroupModelPrivate::walk() -> std::vector<Ids>
 {
-    QList<QPointer<QmlServerGroup>> next;
+    std::vector<Ids> rows;
     const ConnectionManager *manager = findConnectionManager();
     if (!manager)
-        return next;
+        return rows;
     for (const ServerGroup *group : manager->serverGroups()) {
-        QPointer<QmlServerGroup> item = pool.take({{group->id()}});
-        if (!item) {
-            item = new QmlServerGroup(nullptr);
-            item->setServerGroupId(group->id());
-        }
-        next.append(item);
+        rows.push_back({{group->id()}});
         refreshAtEndOf(group);
     }
-    return next;
+    return rows;
+}
+
+QmlServerGroup *QmlServerGroupModelPrivate::makeItem(const Ids &ids)
+{
+    auto *item = new QmlServerGroup(nullptr);
+    item->setServerGroupId(ids.ids[0]);
+    return item;
 }
 
 QmlServerGroupModel::QmlServerGroupModel(QObject *parent)

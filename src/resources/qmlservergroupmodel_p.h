@@ -15,7 +15,8 @@ public:
     void listen();
 
 protected:
-    QList<QPointer<QmlServerGroup>> collect(Pool &pool) override;
+    std::vector<Ids> walk() override;
+    QmlServerGroup *makeItem(const Ids &ids) override;
 };
 
 } // namespace orrin

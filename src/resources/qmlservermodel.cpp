@@ -102,28 +102,30 @@ void QmlServerModelPrivate::listen()
     refresh();
 }
 
-QList<QPointer<QmlServer>> QmlServerModelPrivate::collect(Pool &pool)
+auto QmlServerModelPrivate::walk() -> std::vector<Ids>
 {
-    QList<QPointer<QmlServer>> next;
+    std::vector<Ids> rows;
     const ConnectionManager *manager = findConnectionManager();
     if (!manager)
-        return next;
+        return rows;
     for (const ServerGroup *group : manager->serverGroups()) {
         if (isFilteredOut(serverGroupId, group->id()))
             continue;
         for (const Server *server : group->servers()) {
-            QPointer<QmlServer> item = pool.take({{group->id(), server->id()}});
-            if (!item) {
-                item = new QmlServer(nullptr);
-                item->setServerGroupId(group->id());
-                item->setServerId(server->id());
-            }
-            next.append(item);
+            rows.push_back({{group->id(), server->id()}});
             refreshAtEndOf(server);
         }
         refreshAtEndOf(group);
     }
-    return next;
+    return rows;
+}
+
+QmlServer *QmlServerModelPrivate::makeItem(const Ids &ids)
+{
+    auto *item = new QmlServer(nullptr);
+    item->setServerGroupId(ids.ids[0]);
+    item->setServerId(ids.ids[1]);
+    return item;
 }
 
 QmlServerModel::QmlServerModel(QObject *parent)

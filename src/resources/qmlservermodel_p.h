@@ -17,7 +17,8 @@ public:
     int serverGroupId = -1;
 
 protected:
-    QList<QPointer<QmlServer>> collect(Pool &pool) override;
+    std::vector<Ids> walk() override;
+    QmlServer *makeItem(const Ids &ids) override;
 };
 
 } // namespace orrin

@@ -92,51 +92,52 @@ void QmlTrackModelPrivate::setFilter(int &filter, int id, void (QmlTrackModel::*
         Q_EMIT(model.data()->*changed)();
 }
 
-QList<QPointer<QmlTrack>> QmlTrackModelPrivate::collect(Pool &pool)
+auto QmlTrackModelPrivate::walk() -> std::vector<Ids>
 {
-    QList<QPointer<QmlTrack>> next;
+    std::vector<Ids> rows;
     const ConnectionManager *manager = findConnectionManager();
     if (!manager)
-        return next;
+        return rows;
     for (const ServerGroup *group : manager->serverGroups()) {
         if (isFilteredOut(serverGroupId, group->id()))
             continue;
         for (const Server *server : group->servers()) {
             if (!isFilteredOut(serverId, server->id()))
-                collectServer(pool, group->id(), server, next);
+                walkServer(group->id(), server, rows);
         }
         refreshAtEndOf(group);
     }
-    return next;
+    return rows;
 }
 
-void QmlTrackModelPrivate::collectServer(Pool &pool, int groupId, const Server *server, QList<QPointer<QmlTrack>> &next)
+void QmlTrackModelPrivate::walkServer(int groupId, const Server *server, std::vector<Ids> &rows)
 {
     for (const QPointer<Channel> &channel : server->channels(Server::SortBySortId)) {
         if (channel && !isFilteredOut(channelId, channel->id()))
-            collectChannel(pool, groupId, server->id(), channel, next);
+            walkChannel(groupId, server->id(), channel, rows);
     }
     refreshAtEndOf(server);
 }
 
-void QmlTrackModelPrivate::collectChannel(Pool &pool, int groupId, int ofServer, const Channel *channel,
-                                          QList<QPointer<QmlTrack>> &next)
+void QmlTrackModelPrivate::walkChannel(int groupId, int ofServer, const Channel *channel, std::vector<Ids> &rows)
 {
     for (const QPointer<Track> &track : channel->tracks()) {
         if (!track)
             continue;
-        QPointer<QmlTrack> item = pool.take({{groupId, ofServer, channel->id(), track->id()}});
-        if (!item) {
-            item = new QmlTrack(nullptr);
-            item->setServerGroupId(groupId);
-            item->setServerId(ofServer);
-            item->setChannelId(channel->id());
-            item->setTrackId(track->id());
-        }
-        next.append(std::move(item));
+        rows.push_back({{groupId, ofServer, channel->id(), track->id()}});
         refreshAtEndOf(track);
     }
     refreshAtEndOf(channel);
+}
+
+QmlTrack *QmlTrackModelPrivate::makeItem(const Ids &ids)
+{
+    auto *item = new QmlTrack(nullptr);
+    item->setServerGroupId(ids.ids[0]);
+    item->setServerId(ids.ids[1]);
+    item->setChannelId(ids.ids[2]);
+    item->setTrackId(ids.ids[3]);
+    return item;
 }
 
 QmlTrackModel::QmlTrackModel(QObject *parent)

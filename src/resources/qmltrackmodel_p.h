@@ -24,11 +24,12 @@ public:
     int channelId = -1;
 
 protected:
-    QList<QPointer<QmlTrack>> collect(Pool &pool) override;
+    std::vector<Ids> walk() override;
+    QmlTrack *makeItem(const Ids &ids) override;
 
 private:
-    void collectServer(Pool &pool, int groupId, const Server *server, QList<QPointer<QmlTrack>> &next);
-    void collectChannel(Pool &pool, int groupId, int ofServer, const Channel *channel, QList<QPointer<QmlTrack>> &next);
+    void walkServer(int groupId, const Server *server, std::vector<Ids> &rows);
+    void walkChannel(int groupId, int ofServer, const Channel *channel, std::vector<Ids> &rows);
 };
 
 } // namespace orrin

@@ -10,6 +10,7 @@
 
 #include <cstddef>
 #include <utility>
+#include <vector>
 
 namespace orrin {
 
@@ -26,9 +27,9 @@ public:
     static constexpr int ConnectionLimit = 16;
 
     using Ids = ResourceIds<N>;
-    using Pool = ItemPool<Item, N>;
+    using IdsOf = typename ItemPool<Item, N>::IdsOf;
 
-    ResourceModelPrivate(Model *q, typename Pool::IdsOf idsOf)
+    ResourceModelPrivate(Model *q, IdsOf idsOf)
         : q_ptr(q)
         , m_idsOf(idsOf)
     {
@@ -54,11 +55,18 @@ public:
             q_ptr->beginResetModel();
             if (!alive)
                 return;
-            Pool pool(items, m_idsOf);
-            QList<QPointer<Item>> next = collect(pool);
+            const std::vector<Ids> rows = walk();
+            ItemPool<Item, N> pool(items, m_idsOf);
+            QList<QPointer<Item>> next = pool.take(rows);
             pool.deleteRest();
             if (!alive)
                 return;
+            // After the old ones are gone, so that the new ones take their place in memory.
+            for (std::size_t row = 0; row < rows.size(); ++row) {
+                QPointer<Item> &item = next[static_cast<qsizetype>(row)];
+                if (!item)
+                    item = makeItem(rows[row]);
+            }
             items = std::move(next);
             m_refreshing = false;
             q_ptr->endResetModel();
@@ -69,8 +77,10 @@ public:
     QList<QPointer<Item>> items;
 
 protected:
-    /*! The new list, with items from \a pool where their ids are there. Leaves the items of this object as they are. */
-    virtual QList<QPointer<Item>> collect(Pool &pool) = 0;
+    /*! The ids of all rows in their order, as the core has them now; listens to the end of each resource. */
+    virtual std::vector<Ids> walk() = 0;
+    /*! A new item with its ids set. */
+    virtual Item *makeItem(const Ids &ids) = 0;
 
     static bool isFilteredOut(int filter, int id) { return filter >= 0 && filter != id; }
 
@@ -87,7 +97,7 @@ protected:
     }
 
 private:
-    typename Pool::IdsOf m_idsOf;
+    IdsOf m_idsOf;
     bool m_refreshing = false;
     bool m_refreshAgain = false;
     QHash<const QObject *, int> m_connections;

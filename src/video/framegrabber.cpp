@@ -19,8 +19,7 @@
 namespace orrin {
 
 FrameGrabberPrivate::FrameGrabberPrivate(FrameGrabber *q, QmlAbstractStreamProvider *provider)
-    : q(q)
-    , provider(provider)
+    : q(q), provider(provider)
 {
 }
 
@@ -28,20 +27,18 @@ FrameGrabberPrivate::~FrameGrabberPrivate() = default;
 FrameGrabberPrivate::FrameGrabberPrivate(const FrameGrabberPrivate &) = default;
 FrameGrabberPrivate &FrameGrabberPrivate::operator=(const FrameGrabberPrivate &) = default;
 
-void FrameGrabberPrivate::streamProcessorCreated() { }
-void FrameGrabberPrivate::serverGroupIdChanged() { }
-void FrameGrabberPrivate::serverIdChanged() { }
-void FrameGrabberPrivate::channelIdChanged() { }
+void FrameGrabberPrivate::streamProcessorCreated() {}
+void FrameGrabberPrivate::serverGroupIdChanged() {}
+void FrameGrabberPrivate::serverIdChanged() {}
+void FrameGrabberPrivate::channelIdChanged() {}
 
 FrameGrabber::FrameGrabber(QmlAbstractStreamProvider *provider)
-    : FrameGrabber(PrivatePointer(new FrameGrabberPrivate(this, provider), [](FrameGrabberPrivate *d) { delete d; }))
+    : FrameGrabber(
+          PrivatePointer(new FrameGrabberPrivate(this, provider), [](FrameGrabberPrivate *d) { delete d; }))
 {
 }
 
-FrameGrabber::FrameGrabber(PrivatePointer d)
-    : d_ptr(std::move(d))
-{
-}
+FrameGrabber::FrameGrabber(PrivatePointer d) : d_ptr(std::move(d)) {}
 
 FrameGrabber::~FrameGrabber()
 {
@@ -175,7 +172,8 @@ void FrameGrabber::clearConnection()
     AbstractStreamProcessor *processor = d->streamProcessor.data();
     d->streamProcessor.clear();
     d->rendering.clear();
-    // The pointer's deleter is deleteLater: the stream shall end now, not with the next turn of the event loop.
+    // The pointer's deleter is deleteLater: the stream shall end now, not with the next turn of the event
+    // loop.
     QCoreApplication::sendPostedEvents(processor, QEvent::DeferredDelete);
     d->provider->removeStreamProcessorIfNoReference(unsigned(d->serverGroupId), unsigned(d->serverId),
                                                     unsigned(d->channelId), streamId);

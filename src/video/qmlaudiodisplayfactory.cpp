@@ -11,8 +11,7 @@
 namespace orrin {
 
 QmlAudioDisplayFactory::QmlAudioDisplayFactory(QObject *parent)
-    : DisplayFactory(parent)
-    , m_log("QmlAudioDisplayFactory", this)
+    : DisplayFactory(parent), m_log("QmlAudioDisplayFactory", this)
 {
 }
 
@@ -23,9 +22,9 @@ void QmlAudioDisplayFactory::setDisplayDecorator(const QSharedPointer<DisplayDec
     Q_UNUSED(decorator)
 }
 
-std::shared_ptr<DisplayInterface> QmlAudioDisplayFactory::createDisplay(ChannelUID, QSharedPointer<PlaybackState>,
-                                                                    WidgetType, DisplayType, const QString &,
-                                                                    const QString &, const QRectF &, const ZoomInfo &)
+std::shared_ptr<DisplayInterface>
+QmlAudioDisplayFactory::createDisplay(ChannelUID, QSharedPointer<PlaybackState>, WidgetType, DisplayType,
+                                      const QString &, const QString &, const QRectF &, const ZoomInfo &)
 {
     auto display = std::make_shared<Display>();
     std::unique_ptr<QmlAbstractFrameReceiver> receiver = std::make_unique<QmlAudioFrameReceiver>();

@@ -32,8 +32,10 @@ QmlAudioProvider &QmlAudioProvider::instance()
     return provider;
 }
 
-QSharedPointer<AbstractStreamProcessor> QmlAudioProvider::createStreamProcessor(unsigned serverGroupId, unsigned serverId,
-                                                                            unsigned channelId, int syncContextId)
+QSharedPointer<AbstractStreamProcessor> QmlAudioProvider::createStreamProcessor(unsigned serverGroupId,
+                                                                                unsigned serverId,
+                                                                                unsigned channelId,
+                                                                                int syncContextId)
 {
     QSharedPointer<AbstractStreamProcessor> processor = d_func()->provider.createStreamProcessor(
         int(serverGroupId), int(serverId), int(channelId), syncContextId);
@@ -42,16 +44,18 @@ QSharedPointer<AbstractStreamProcessor> QmlAudioProvider::createStreamProcessor(
     return processor;
 }
 
-QPointer<AbstractStreamProcessor> QmlAudioProvider::getStreamProcessor(unsigned serverGroupId, unsigned serverId,
-                                                                   unsigned channelId, RequestId streamId)
+QPointer<AbstractStreamProcessor> QmlAudioProvider::getStreamProcessor(unsigned serverGroupId,
+                                                                       unsigned serverId, unsigned channelId,
+                                                                       RequestId streamId)
 {
     return d_func()->provider.getStreamProcessor(int(serverGroupId), int(serverId), int(channelId), streamId);
 }
 
-void QmlAudioProvider::removeStreamProcessorIfNoReference(unsigned serverGroupId, unsigned serverId, unsigned channelId,
-                                                      RequestId streamId)
+void QmlAudioProvider::removeStreamProcessorIfNoReference(unsigned serverGroupId, unsigned serverId,
+                                                          unsigned channelId, RequestId streamId)
 {
-    d_func()->provider.removeStreamProcessorIfNoReference(int(serverGroupId), int(serverId), int(channelId), streamId);
+    d_func()->provider.removeStreamProcessorIfNoReference(int(serverGroupId), int(serverId), int(channelId),
+                                                          streamId);
 }
 
 } // namespace orrin

@@ -15,8 +15,7 @@ constexpr qsizetype MaximumErrors = 1000;
 } // namespace
 
 QmlRendering::QmlRendering(std::unique_ptr<QmlAbstractFrameReceiver> receiver)
-    : d_ptr(new QmlRenderingPrivate, [](QmlRenderingPrivate *d) { delete d; })
-    , m_log("QmlRendering", this)
+    : d_ptr(new QmlRenderingPrivate, [](QmlRenderingPrivate *d) { delete d; }), m_log("QmlRendering", this)
 {
     d_func()->receiver = std::move(receiver);
     connect(d_func()->receiver.get(), &QmlAbstractFrameReceiver::frameChanged, this,
@@ -54,14 +53,15 @@ QmlRendering::Snapshot QmlRendering::generateSnapshot() const
     snapshot.image = frame.convertToQImage(orrincodecs::PixelFormat::Rgb32, 0, 0, -1, -1);
     if (snapshot.image.isNull())
         return snapshot;
-    snapshot.fileName = QStringLiteral("screenshot-%1-%2-%3")
-                            .arg(QString::fromStdString(frame.imageRef().dateTime("dd-MMM-yyyy-hh-mm-ss-zzz")),
-                                 QString::number(frame.streamId()), QString::number(frame.id()));
+    snapshot.fileName =
+        QStringLiteral("screenshot-%1-%2-%3")
+            .arg(QString::fromStdString(frame.imageRef().dateTime("dd-MMM-yyyy-hh-mm-ss-zzz")),
+                 QString::number(frame.streamId()), QString::number(frame.id()));
     snapshot.valid = true;
     return snapshot;
 }
 
-void QmlRendering::destroyResources() { }
+void QmlRendering::destroyResources() {}
 
 void QmlRendering::setVideoFrame(const VideoFrame &frame)
 {
@@ -110,11 +110,11 @@ void QmlRendering::setError(const PlaybackError &error, int mark)
     Q_EMIT errorReceived();
 }
 
-void QmlRendering::moveViewingArea(double, double) { }
+void QmlRendering::moveViewingArea(double, double) {}
 
-void QmlRendering::moveViewingArea(const QPointF &, const QPointF &) { }
+void QmlRendering::moveViewingArea(const QPointF &, const QPointF &) {}
 
-void QmlRendering::zoom(int) { }
+void QmlRendering::zoom(int) {}
 
 bool QmlRendering::renderImage(const VideoFrame &, const QSizeF &, QPainter *)
 {
@@ -131,14 +131,14 @@ double QmlRendering::zoomSpeed() const
     return 0.0;
 }
 
-void QmlRendering::setZoomSpeed(double) { }
+void QmlRendering::setZoomSpeed(double) {}
 
 QRectF QmlRendering::zoomRect()
 {
     return {};
 }
 
-void QmlRendering::setZoomRect(const QRectF &) { }
+void QmlRendering::setZoomRect(const QRectF &) {}
 
 QRectF QmlRendering::zoomScaledRect()
 {
@@ -155,20 +155,20 @@ double QmlRendering::zoomScaledY()
     return 0.0;
 }
 
-void QmlRendering::setZoomScale(double, double) { }
+void QmlRendering::setZoomScale(double, double) {}
 
-void QmlRendering::setZoomInfo(const ZoomInfo &) { }
+void QmlRendering::setZoomInfo(const ZoomInfo &) {}
 
-void QmlRendering::zoomOut() { }
+void QmlRendering::zoomOut() {}
 
-void QmlRendering::startZooming(double, int) { }
+void QmlRendering::startZooming(double, int) {}
 
-void QmlRendering::stopZooming() { }
+void QmlRendering::stopZooming() {}
 
-void QmlRendering::startMovingViewingArea(double, double) { }
+void QmlRendering::startMovingViewingArea(double, double) {}
 
-void QmlRendering::stopMovingViewingArea() { }
+void QmlRendering::stopMovingViewingArea() {}
 
-void QmlRendering::setForceRenderSameTimestamp(bool) { }
+void QmlRendering::setForceRenderSameTimestamp(bool) {}
 
 } // namespace orrin

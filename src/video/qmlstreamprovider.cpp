@@ -61,32 +61,35 @@ void QmlStreamProvider::setAudioFactory(QSharedPointer<SPMFactory> factory)
         d->factory = QSharedPointer<SPLinkedFactory>::create(nullptr, std::move(factory), nullptr, nullptr);
 }
 
-QSharedPointer<AbstractStreamProcessor> QmlStreamProvider::createStreamProcessor(int serverGroupId, int serverId,
-                                                                                 int channelId, int syncContextId)
+QSharedPointer<AbstractStreamProcessor>
+QmlStreamProvider::createStreamProcessor(int serverGroupId, int serverId, int channelId, int syncContextId)
 {
     QmlStreamProviderPrivate *d = d_func();
     const ChannelUID channel = findChannel(serverGroupId, serverId, channelId);
     if (channel.isNull() || !d->factory)
         return {};
 
-    const QSharedPointer<AbstractStreamProcessor> processor = d->factory->createProcessor(channel, syncContextId);
+    const QSharedPointer<AbstractStreamProcessor> processor =
+        d->factory->createProcessor(channel, syncContextId);
     if (!processor)
         return {};
     processor->start();
     const RequestId requestId = processor->requestId();
     d->streams.append({serverGroupId, serverId, channelId, requestId, processor.toWeakRef()});
-    ORRIN_TRACE(m_log, "stream %u of channel %d/%d/%d created, %lld known", unsigned(requestId.value), serverGroupId,
-                serverId, channelId, static_cast<long long>(d->streams.size()));
+    ORRIN_TRACE(m_log, "stream %u of channel %d/%d/%d created, %lld known", unsigned(requestId.value),
+                serverGroupId, serverId, channelId, static_cast<long long>(d->streams.size()));
     return processor;
 }
 
-QPointer<AbstractStreamProcessor> QmlStreamProvider::getStreamProcessor(int serverGroupId, int serverId, int channelId,
+QPointer<AbstractStreamProcessor> QmlStreamProvider::getStreamProcessor(int serverGroupId, int serverId,
+                                                                        int channelId,
                                                                         RequestId streamId) const
 {
     const QList<StreamProcessorEntry> &streams = d_func()->streams;
-    const auto entry = std::find_if(streams.cbegin(), streams.cend(), [&](const StreamProcessorEntry &candidate) {
-        return candidate.isFor(serverGroupId, serverId, channelId, streamId);
-    });
+    const auto entry =
+        std::find_if(streams.cbegin(), streams.cend(), [&](const StreamProcessorEntry &candidate) {
+            return candidate.isFor(serverGroupId, serverId, channelId, streamId);
+        });
     if (entry == streams.cend())
         return {};
     return entry->processor.toStrongRef().data();
@@ -96,14 +99,15 @@ void QmlStreamProvider::removeStreamProcessorIfNoReference(int serverGroupId, in
                                                            RequestId streamId)
 {
     QList<StreamProcessorEntry> &streams = d_func()->streams;
-    const auto entry = std::find_if(streams.begin(), streams.end(), [&](const StreamProcessorEntry &candidate) {
-        return candidate.isFor(serverGroupId, serverId, channelId, streamId);
-    });
+    const auto entry =
+        std::find_if(streams.begin(), streams.end(), [&](const StreamProcessorEntry &candidate) {
+            return candidate.isFor(serverGroupId, serverId, channelId, streamId);
+        });
     if (entry == streams.end() || entry->processor.toStrongRef())
         return;
     streams.erase(entry);
-    ORRIN_TRACE(m_log, "stream %u of channel %d/%d/%d removed", unsigned(streamId.value), serverGroupId, serverId,
-                channelId);
+    ORRIN_TRACE(m_log, "stream %u of channel %d/%d/%d removed", unsigned(streamId.value), serverGroupId,
+                serverId, channelId);
 }
 
 } // namespace orrin

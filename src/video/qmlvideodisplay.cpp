@@ -10,8 +10,7 @@
 namespace orrin {
 
 QmlVideoDisplayPrivate::QmlVideoDisplayPrivate(QmlVideoDisplay *display, QmlAbstractStreamProvider *provider)
-    : FrameGrabberPrivate(display, provider)
-    , display(display)
+    : FrameGrabberPrivate(display, provider), display(display)
 {
 }
 
@@ -22,9 +21,11 @@ void QmlVideoDisplayPrivate::streamProcessorCreated()
     // Frames may come on another thread than the item's: the automatic connection type carries them over.
     QObject::connect(rendering, &QmlRendering::currentFrameChanged, display, &QmlVideoDisplay::processFrame);
     QObject::connect(rendering, &QmlRendering::errorReceived, display, &QmlVideoDisplay::errorReceived);
-    QObject::connect(rendering, &QmlRendering::privateKeyRequired, display, &QmlVideoDisplay::privateKeyRequired);
+    QObject::connect(rendering, &QmlRendering::privateKeyRequired, display,
+                     &QmlVideoDisplay::privateKeyRequired);
     QObject::connect(rendering, &QmlRendering::beyondEnd, display, &QmlVideoDisplay::beyondEnd);
-    QObject::connect(rendering, &QmlRendering::showBusySpinner, display, &QmlVideoDisplay::handleShowBusySpinner);
+    QObject::connect(rendering, &QmlRendering::showBusySpinner, display,
+                     &QmlVideoDisplay::handleShowBusySpinner);
     Q_EMIT display->streamIdChanged();
 }
 
@@ -46,17 +47,18 @@ void QmlVideoDisplayPrivate::channelIdChanged()
 QSharedPointer<TrackBounds> QmlVideoDisplayPrivate::trackBounds() const
 {
     Connection *connection = streamProcessor ? streamProcessor->connection() : nullptr;
-    return connection ? connection->createTrackBounds(streamProcessor->trackIdBase() | unsigned(channelId)) : nullptr;
+    return connection ? connection->createTrackBounds(streamProcessor->trackIdBase() | unsigned(channelId))
+                      : nullptr;
 }
 
-QmlVideoDisplay::QmlVideoDisplay(QQuickItem *parent)
-    : QmlVideoDisplay(&QmlVideoProvider::instance(), parent)
+QmlVideoDisplay::QmlVideoDisplay(QQuickItem *parent) : QmlVideoDisplay(&QmlVideoProvider::instance(), parent)
 {
 }
 
 QmlVideoDisplay::QmlVideoDisplay(QmlAbstractStreamProvider *provider, QQuickItem *parent)
     : QQuickRhiItem(parent)
-    , FrameGrabber(PrivatePointer(new QmlVideoDisplayPrivate(this, provider), [](FrameGrabberPrivate *d) { delete d; }))
+    , FrameGrabber(PrivatePointer(new QmlVideoDisplayPrivate(this, provider),
+                                  [](FrameGrabberPrivate *d) { delete d; }))
 {
     setFlag(ItemHasContents);
 }

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "video/qmlvideodisplayfactory.h"
 
-#include "video/qmlvideoframereceiver.h"
 #include "video/qmlrendering.h"
+#include "video/qmlvideoframereceiver.h"
 
 #include <contract/gui/display.h>
 
@@ -11,8 +11,7 @@
 namespace orrin {
 
 QmlVideoDisplayFactory::QmlVideoDisplayFactory(QObject *parent)
-    : DisplayFactory(parent)
-    , m_log("QmlVideoDisplayFactory", this)
+    : DisplayFactory(parent), m_log("QmlVideoDisplayFactory", this)
 {
 }
 
@@ -23,9 +22,9 @@ void QmlVideoDisplayFactory::setDisplayDecorator(const QSharedPointer<DisplayDec
     Q_UNUSED(decorator)
 }
 
-std::shared_ptr<DisplayInterface> QmlVideoDisplayFactory::createDisplay(ChannelUID, QSharedPointer<PlaybackState>,
-                                                                    WidgetType, DisplayType, const QString &,
-                                                                    const QString &, const QRectF &, const ZoomInfo &)
+std::shared_ptr<DisplayInterface>
+QmlVideoDisplayFactory::createDisplay(ChannelUID, QSharedPointer<PlaybackState>, WidgetType, DisplayType,
+                                      const QString &, const QString &, const QRectF &, const ZoomInfo &)
 {
     auto display = std::make_shared<Display>();
     std::unique_ptr<QmlAbstractFrameReceiver> receiver = std::make_unique<QmlVideoFrameReceiver>();

@@ -32,13 +32,14 @@ std::unique_ptr<QRhiTexture> createPlaneTexture(QRhi *rhi, QSize size)
 
 std::unique_ptr<QRhiSampler> createPlaneSampler(QRhi *rhi)
 {
-    std::unique_ptr<QRhiSampler> sampler(rhi->newSampler(QRhiSampler::Linear, QRhiSampler::Linear, QRhiSampler::None,
-                                                         QRhiSampler::ClampToEdge, QRhiSampler::ClampToEdge,
-                                                         QRhiSampler::Repeat));
+    std::unique_ptr<QRhiSampler> sampler(rhi->newSampler(QRhiSampler::Linear, QRhiSampler::Linear,
+                                                         QRhiSampler::None, QRhiSampler::ClampToEdge,
+                                                         QRhiSampler::ClampToEdge, QRhiSampler::Repeat));
     return sampler->create() ? std::move(sampler) : nullptr;
 }
 
-/*! Each line of \a bits is the width rounded up to 4 bytes, which is what an 8-bit image takes; nothing is copied. */
+/*! Each line of \a bits is the width rounded up to 4 bytes, which is what an 8-bit image takes; nothing is
+ * copied. */
 QImage wrapPlane(const std::uint8_t *bits, QSize size)
 {
     return QImage(bits, size.width(), size.height(), QImage::Format_Grayscale8);
@@ -69,7 +70,8 @@ void QmlVideoDisplayRenderer::initialize(QRhiCommandBuffer *cb)
         m_samplerV.reset();
         m_vertexBuffer.reset();
         m_planesPending = m_frame != nullptr;
-        qDebug() << "VideoDisplayRenderer::initialize - Using implementation:" << QRhi::backendName(m_rhi->backend());
+        qDebug() << "VideoDisplayRenderer::initialize - Using implementation:"
+                 << QRhi::backendName(m_rhi->backend());
     }
     dropPipelineOfOtherTarget();
     // With a pipeline in place synchronize(), which comes next, prepares whatever has changed.
@@ -157,8 +159,9 @@ bool QmlVideoDisplayRenderer::updateVertices()
     const NDCRect ndc = zoomRectToNdcRect(rect, m_itemSize);
     const auto x1 = float(ndc.x1);
     const auto x2 = float(ndc.x2);
-    // Plane line 0 is the picture's top and goes to y1. Where y runs down in device coordinates the sign turns, so that a
-    // panned picture lies at the same place on every backend and no plane has to be mirrored in memory.
+    // Plane line 0 is the picture's top and goes to y1. Where y runs down in device coordinates the sign
+    // turns, so that a panned picture lies at the same place on every backend and no plane has to be mirrored
+    // in memory.
     const float up = m_rhi->isYUpInNDC() ? 1.0f : -1.0f;
     const float y1 = up * float(ndc.y1);
     const float y2 = up * float(ndc.y2);
@@ -185,7 +188,8 @@ void QmlVideoDisplayRenderer::dropPipelineOfOtherTarget()
     m_pipeline.reset();
 }
 
-/*! Fills the batch of the next pass with everything that has changed since the last one, and makes what is missing. */
+/*! Fills the batch of the next pass with everything that has changed since the last one, and makes what is
+ * missing. */
 void QmlVideoDisplayRenderer::prepare()
 {
     if (!m_vertexBuffer) {
@@ -204,7 +208,8 @@ void QmlVideoDisplayRenderer::prepare()
     if (!m_updateBatch)
         return;
     if (m_verticesPending)
-        m_updateBatch->uploadStaticBuffer(m_vertexBuffer.get(), 0, quint32(sizeof(Vertices)), m_vertices.data());
+        m_updateBatch->uploadStaticBuffer(m_vertexBuffer.get(), 0, quint32(sizeof(Vertices)),
+                                          m_vertices.data());
     if (m_planesPending) {
         if (!createTextures())
             return;

@@ -53,13 +53,6 @@ void paintOverlay(QImage &image, const QString &text)
 
 } // namespace
 
-QmlVideoPlaybackControllerPrivate::QmlVideoPlaybackControllerPrivate(QmlVideoPlaybackController *q,
-                                                                     QmlAbstractStreamProvider *provider)
-    : QmlPlaybackControllerInterfacePrivate(provider)
-    , q(q)
-{
-}
-
 QPointer<QmlRendering> QmlVideoPlaybackControllerPrivate::findRendering() const
 {
     const QPointer<AbstractStreamProcessor> processor = provider->getStreamProcessor(
@@ -73,12 +66,14 @@ QmlVideoPlaybackController::QmlVideoPlaybackController(QObject *parent)
 }
 
 QmlVideoPlaybackController::QmlVideoPlaybackController(QmlAbstractStreamProvider *provider, QObject *parent)
-    : QmlPlaybackControllerInterface(PrivatePointer(new QmlVideoPlaybackControllerPrivate(this, provider),
+    : QmlPlaybackControllerInterface(PrivatePointer(new QmlVideoPlaybackControllerPrivate(provider),
                                                     [](QmlPlaybackControllerInterfacePrivate *d) {
                                                         delete static_cast<QmlVideoPlaybackControllerPrivate *>(d);
                                                     }),
                                      parent)
 {
+    // The pointer needs the QObject, which is made after the private object.
+    d_func()->q = this;
 }
 
 QmlVideoPlaybackController::~QmlVideoPlaybackController() = default;

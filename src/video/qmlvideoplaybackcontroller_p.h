@@ -13,7 +13,7 @@ class QmlVideoPlaybackController;
 class QmlVideoPlaybackControllerPrivate : public QmlPlaybackControllerInterfacePrivate
 {
 public:
-    QmlVideoPlaybackControllerPrivate(QmlVideoPlaybackController *q, QmlAbstractStreamProvider *provider);
+    using QmlPlaybackControllerInterfacePrivate::QmlPlaybackControllerInterfacePrivate;
 
     /*! What the stream shows, or null; looked up anew each time. */
     QPointer<QmlRendering> findRendering() const;

@@ -26,22 +26,27 @@ QmlVideoProvider &QmlVideoProvider::instance()
     return provider;
 }
 
-QSharedPointer<AbstractStreamProcessor> QmlVideoProvider::createStreamProcessor(unsigned serverGroupId, unsigned serverId,
-                                                                            unsigned channelId, int syncContextId)
+QSharedPointer<AbstractStreamProcessor> QmlVideoProvider::createStreamProcessor(unsigned serverGroupId,
+                                                                                unsigned serverId,
+                                                                                unsigned channelId,
+                                                                                int syncContextId)
 {
-    return d_func()->provider.createStreamProcessor(int(serverGroupId), int(serverId), int(channelId), syncContextId);
+    return d_func()->provider.createStreamProcessor(int(serverGroupId), int(serverId), int(channelId),
+                                                    syncContextId);
 }
 
-QPointer<AbstractStreamProcessor> QmlVideoProvider::getStreamProcessor(unsigned serverGroupId, unsigned serverId,
-                                                                   unsigned channelId, RequestId streamId)
+QPointer<AbstractStreamProcessor> QmlVideoProvider::getStreamProcessor(unsigned serverGroupId,
+                                                                       unsigned serverId, unsigned channelId,
+                                                                       RequestId streamId)
 {
     return d_func()->provider.getStreamProcessor(int(serverGroupId), int(serverId), int(channelId), streamId);
 }
 
-void QmlVideoProvider::removeStreamProcessorIfNoReference(unsigned serverGroupId, unsigned serverId, unsigned channelId,
-                                                      RequestId streamId)
+void QmlVideoProvider::removeStreamProcessorIfNoReference(unsigned serverGroupId, unsigned serverId,
+                                                          unsigned channelId, RequestId streamId)
 {
-    d_func()->provider.removeStreamProcessorIfNoReference(int(serverGroupId), int(serverId), int(channelId), streamId);
+    d_func()->provider.removeStreamProcessorIfNoReference(int(serverGroupId), int(serverId), int(channelId),
+                                                          streamId);
 }
 
 } // namespace orrin

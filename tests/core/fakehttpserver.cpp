@@ -89,7 +89,8 @@ void FakeHttpServer::onBytes(QTcpSocket *socket)
     const QByteArray bytes = socket->readAll();
     m_received += bytes;
     m_buffers[socket] += bytes;
-    while (m_buffers.contains(socket) && takeRequest(socket)) { }
+    while (m_buffers.contains(socket) && takeRequest(socket)) {
+    }
 }
 
 bool FakeHttpServer::takeRequest(QTcpSocket *socket)
@@ -103,7 +104,8 @@ bool FakeHttpServer::takeRequest(QTcpSocket *socket)
     request.method = lines.first().split(' ').value(0);
     request.target = lines.first().split(' ').value(1);
     for (const QByteArray &line : lines.sliced(1))
-        request.headers.insert(line.left(line.indexOf(':')).toLower(), line.mid(line.indexOf(':') + 1).trimmed());
+        request.headers.insert(line.left(line.indexOf(':')).toLower(),
+                               line.mid(line.indexOf(':') + 1).trimmed());
     const qsizetype length = request.headers.value("content-length").toLongLong();
     if (buffer.size() < end + 4 + length)
         return false;
@@ -135,8 +137,8 @@ void FakeHttpServer::send(QTcpSocket *socket, const FakeAnswer &answer)
         socket->disconnectFromHost();
         return;
     }
-    QByteArray head = "HTTP/1.1 " + QByteArray::number(answer.status) + " Status\r\nContent-Length: "
-        + QByteArray::number(answer.body.size()) + "\r\n";
+    QByteArray head = "HTTP/1.1 " + QByteArray::number(answer.status) +
+                      " Status\r\nContent-Length: " + QByteArray::number(answer.body.size()) + "\r\n";
     for (const QByteArray &header : answer.headers)
         head += header + "\r\n";
     socket->write(head + "\r\n" + answer.body);

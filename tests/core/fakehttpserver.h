@@ -31,8 +31,8 @@ struct FakeAnswer
     bool raw = false; //!< body is the whole answer, and the connection is then closed
 };
 
-/*! An HTTP server of few words on a free port of the loopback address, with or without TLS. All bytes that clients send are kept, so that a
-    test can look for what must not be among them. One thread. */
+/*! An HTTP server of few words on a free port of the loopback address, with or without TLS. All bytes that
+    clients send are kept, so that a test can look for what must not be among them. One thread. */
 class FakeHttpServer : public QObject
 {
     Q_OBJECT
@@ -43,7 +43,8 @@ public:
     FakeHttpServer();
     ~FakeHttpServer() override;
 
-    /*! \a key: "first" or "second"; empty for no TLS. \a port 0: any free one, and the same again after stop(). */
+    /*! \a key: "first" or "second"; empty for no TLS. \a port 0: any free one, and the same again after
+     * stop(). */
     bool start(const QString &key, quint16 port = 0);
     /*! Stops listening and breaks off all connections. */
     void stop();

@@ -10,7 +10,10 @@ namespace {
 
 QByteArray firstMatch(const char *pattern, const QByteArray &text)
 {
-    return QRegularExpression(QString::fromLatin1(pattern)).match(QString::fromUtf8(text)).captured(1).toUtf8();
+    return QRegularExpression(QString::fromLatin1(pattern))
+        .match(QString::fromUtf8(text))
+        .captured(1)
+        .toUtf8();
 }
 
 QByteArray md5(const QByteArray &text)
@@ -20,18 +23,19 @@ QByteArray md5(const QByteArray &text)
 
 QByteArray profile(const QByteArray &token, const QByteArray &source, int width, int height, bool newer)
 {
-    const QByteArray resolution = "<tt:Resolution><tt:Width>" + QByteArray::number(width) + "</tt:Width><tt:Height>"
-        + QByteArray::number(height) + "</tt:Height></tt:Resolution>";
-    const QByteArray video = " token=\"vsc-" + source + "\"><tt:Name>Camera " + source + "</tt:Name><tt:SourceToken>" + source
-        + "</tt:SourceToken>";
+    const QByteArray resolution = "<tt:Resolution><tt:Width>" + QByteArray::number(width) +
+                                  "</tt:Width><tt:Height>" + QByteArray::number(height) +
+                                  "</tt:Height></tt:Resolution>";
+    const QByteArray video = " token=\"vsc-" + source + "\"><tt:Name>Camera " + source +
+                             "</tt:Name><tt:SourceToken>" + source + "</tt:SourceToken>";
     if (newer) {
-        return "<m:Profiles token=\"" + token + "\"><m:Name>x</m:Name><m:Configurations><m:VideoSource" + video
-            + "</m:VideoSource><m:VideoEncoder token=\"e\"><tt:Encoding>H264</tt:Encoding>" + resolution
-            + "</m:VideoEncoder></m:Configurations></m:Profiles>";
+        return "<m:Profiles token=\"" + token + "\"><m:Name>x</m:Name><m:Configurations><m:VideoSource" +
+               video + "</m:VideoSource><m:VideoEncoder token=\"e\"><tt:Encoding>H264</tt:Encoding>" +
+               resolution + "</m:VideoEncoder></m:Configurations></m:Profiles>";
     }
-    return "<m:Profiles token=\"" + token + "\"><tt:Name>x</tt:Name><tt:VideoSourceConfiguration" + video
-        + "</tt:VideoSourceConfiguration><tt:VideoEncoderConfiguration token=\"e\">" + resolution
-        + "</tt:VideoEncoderConfiguration><tt:PTZConfiguration token=\"p\"/></m:Profiles>";
+    return "<m:Profiles token=\"" + token + "\"><tt:Name>x</tt:Name><tt:VideoSourceConfiguration" + video +
+           "</tt:VideoSourceConfiguration><tt:VideoEncoderConfiguration token=\"e\">" + resolution +
+           "</tt:VideoEncoderConfiguration><tt:PTZConfiguration token=\"p\"/></m:Profiles>";
 }
 
 } // namespace
@@ -45,28 +49,34 @@ QByteArray FakeOnvifDevice::envelope(const QByteArray &body)
 {
     return "<?xml version=\"1.0\"?><e:Envelope xmlns:e=\"http://www.w3.org/2003/05/soap-envelope\""
            " xmlns:ter=\"http://www.onvif.org/ver10/error\" xmlns:tt=\"http://www.onvif.org/ver10/schema\""
-           " xmlns:d=\"http://www.onvif.org/ver10/device/wsdl\" xmlns:m=\"http://www.onvif.org/ver20/media/wsdl\""
-           " xmlns:x=\"urn:orrin:site:1\"><e:Body>"
-        + body + "</e:Body></e:Envelope>";
+           " xmlns:d=\"http://www.onvif.org/ver10/device/wsdl\" "
+           "xmlns:m=\"http://www.onvif.org/ver20/media/wsdl\""
+           " xmlns:x=\"urn:orrin:site:1\"><e:Body>" +
+           body + "</e:Body></e:Envelope>";
 }
 
 FakeAnswer FakeOnvifDevice::fault(int status, const QByteArray &subcode, const QByteArray &inner,
                                   const QByteArray &detail) const
 {
-    const QByteArray below = inner.isEmpty() ? QByteArray() : "<e:Subcode><e:Value>x:" + inner + "</e:Value></e:Subcode>";
+    const QByteArray below =
+        inner.isEmpty() ? QByteArray() : "<e:Subcode><e:Value>x:" + inner + "</e:Value></e:Subcode>";
     return {status,
-            envelope("<e:Fault><e:Code><e:Value>e:Sender</e:Value><e:Subcode><e:Value>ter:" + subcode + "</e:Value>" + below
-                     + "</e:Subcode></e:Code><e:Reason><e:Text>no</e:Text></e:Reason><e:Detail>" + detail
-                     + "</e:Detail></e:Fault>"),
+            envelope("<e:Fault><e:Code><e:Value>e:Sender</e:Value><e:Subcode><e:Value>ter:" + subcode +
+                     "</e:Value>" + below +
+                     "</e:Subcode></e:Code><e:Reason><e:Text>no</e:Text></e:Reason><e:Detail>" + detail +
+                     "</e:Detail></e:Fault>"),
             {"Content-Type: application/soap+xml"}};
 }
 
 FakeAnswer FakeOnvifDevice::challenge() const
 {
     switch (login) {
-    case Login::UsernameToken: return fault(400, "NotAuthorized");
-    case Login::BasicOnly: return {401, "<html>who?</html>", {"WWW-Authenticate: Basic realm=\"device\""}};
-    case Login::Digest: break;
+    case Login::UsernameToken:
+        return fault(400, "NotAuthorized");
+    case Login::BasicOnly:
+        return {401, "<html>who?</html>", {"WWW-Authenticate: Basic realm=\"device\""}};
+    case Login::Digest:
+        break;
     }
     return {401,
             "<html>who?</html>",
@@ -82,9 +92,12 @@ bool FakeOnvifDevice::hasCredentials(const FakeRequest &request) const
 bool FakeOnvifDevice::isAuthorised(const FakeRequest &request) const
 {
     switch (login) {
-    case Login::Digest: return checkDigest(request);
-    case Login::UsernameToken: return checkUsernameToken(request.body);
-    case Login::BasicOnly: break;
+    case Login::Digest:
+        return checkDigest(request);
+    case Login::UsernameToken:
+        return checkUsernameToken(request.body);
+    case Login::BasicOnly:
+        break;
     }
     return false;
 }
@@ -96,9 +109,10 @@ bool FakeOnvifDevice::checkDigest(const FakeRequest &request) const
     const QByteArray clientNonce = firstMatch("cnonce=\"([^\"]+)\"", header);
     const QByteArray secret = md5(user + ":device:" + password);
     const QByteArray what = md5(request.method + ':' + request.target);
-    return firstMatch("uri=\"([^\"]+)\"", header) == request.target && firstMatch("username=\"([^\"]+)\"", header) == user
-        && firstMatch("response=\"([^\"]+)\"", header)
-        == md5(secret + ":abc123:" + count + ':' + clientNonce + ":auth:" + what);
+    return firstMatch("uri=\"([^\"]+)\"", header) == request.target &&
+           firstMatch("username=\"([^\"]+)\"", header) == user &&
+           firstMatch("response=\"([^\"]+)\"", header) ==
+               md5(secret + ":abc123:" + count + ':' + clientNonce + ":auth:" + what);
 }
 
 bool FakeOnvifDevice::checkUsernameToken(const QByteArray &body) const
@@ -110,8 +124,8 @@ bool FakeOnvifDevice::checkUsernameToken(const QByteArray &body) const
     const bool isFresh = qAbs(time.secsTo(now())) <= 5;
     const QByteArray expected =
         QCryptographicHash::hash(nonce + created + password, QCryptographicHash::Sha1).toBase64();
-    return isFresh && nonce.size() > 0 && nonce.size() <= 16 && digest == expected
-        && firstMatch("Username[^>]*>([^<]+)</[^>]*Username>", body) == user;
+    return isFresh && nonce.size() > 0 && nonce.size() <= 16 && digest == expected &&
+           firstMatch("Username[^>]*>([^<]+)</[^>]*Username>", body) == user;
 }
 
 std::optional<FakeAnswer> FakeOnvifDevice::answer(const FakeRequest &request)
@@ -143,81 +157,92 @@ std::optional<FakeAnswer> FakeOnvifDevice::answerSite(const FakeRequest &request
     const QByteArray path = request.target.mid(QByteArray("/orrin/v1/").size());
     if (request.method == "POST" && path == "session") {
         if (!jsonRefusal.isEmpty())
-            return FakeAnswer {403, jsonRefusal, {}};
+            return FakeAnswer{403, jsonRefusal, {}};
         sessionKnown = true;
-        return FakeAnswer {200, "{\"session\":\"s 1\",\"timeoutSeconds\":60}", {}};
+        return FakeAnswer{200, "{\"session\":\"s 1\",\"timeoutSeconds\":60}", {}};
     }
     if (request.method == "GET" && path == "site")
-        return FakeAnswer {200, site, {}};
+        return FakeAnswer{200, site, {}};
     if (request.method == "DELETE" && path == "session/s%201")
-        return FakeAnswer {200, "{}", {}};
+        return FakeAnswer{200, "{}", {}};
     if (request.method == "GET" && path.startsWith("changes?session=s%201&after=")) {
         if (!sessionKnown)
-            return FakeAnswer {404, "{}", {}};
+            return FakeAnswer{404, "{}", {}};
         if (changes.isEmpty())
             return std::nullopt;
-        return FakeAnswer {200, std::exchange(changes, QByteArray()), {}};
+        return FakeAnswer{200, std::exchange(changes, QByteArray()), {}};
     }
-    return FakeAnswer {404, "", {}};
+    return FakeAnswer{404, "", {}};
 }
 
 FakeAnswer FakeOnvifDevice::answerSoap(const QByteArray &operation)
 {
-    const auto ok = [](const QByteArray &body) { return FakeAnswer {200, envelope(body), {}}; };
+    const auto ok = [](const QByteArray &body) { return FakeAnswer{200, envelope(body), {}}; };
     if (operation == "GetSystemDateAndTime") {
         const QDateTime time = now();
-        return ok("<d:GetSystemDateAndTimeResponse><d:SystemDateAndTime><tt:TimeZone><tt:TZ>" + timeZone
-                  + "</tt:TZ></tt:TimeZone><tt:UTCDateTime>"
-                  + time.toString(QStringLiteral("'<tt:Time><tt:Hour>'H'</tt:Hour><tt:Minute>'m'</tt:Minute><tt:Second>'s"
-                                                 "'</tt:Second></tt:Time><tt:Date><tt:Year>'yyyy'</tt:Year><tt:Month>'M"
-                                                 "'</tt:Month><tt:Day>'d'</tt:Day></tt:Date>'"))
-                        .toLatin1()
-                  + "</tt:UTCDateTime></d:SystemDateAndTime></d:GetSystemDateAndTimeResponse>");
+        return ok("<d:GetSystemDateAndTimeResponse><d:SystemDateAndTime><tt:TimeZone><tt:TZ>" + timeZone +
+                  "</tt:TZ></tt:TimeZone><tt:UTCDateTime>" +
+                  time.toString(QStringLiteral(
+                                    "'<tt:Time><tt:Hour>'H'</tt:Hour><tt:Minute>'m'</tt:Minute><tt:Second>'s"
+                                    "'</tt:Second></tt:Time><tt:Date><tt:Year>'yyyy'</tt:Year><tt:Month>'M"
+                                    "'</tt:Month><tt:Day>'d'</tt:Day></tt:Date>'"))
+                      .toLatin1() +
+                  "</tt:UTCDateTime></d:SystemDateAndTime></d:GetSystemDateAndTimeResponse>");
     }
     if (operation == "GetDeviceInformation") {
-        return ok("<d:GetDeviceInformationResponse><d:Manufacturer>M</d:Manufacturer><d:Model>Model 7</d:Model>"
-                  "<d:FirmwareVersion>2.5.1</d:FirmwareVersion><d:SerialNumber>SN-1</d:SerialNumber>"
-                  "<d:HardwareId>HW-1</d:HardwareId></d:GetDeviceInformationResponse>");
+        return ok(
+            "<d:GetDeviceInformationResponse><d:Manufacturer>M</d:Manufacturer><d:Model>Model 7</d:Model>"
+            "<d:FirmwareVersion>2.5.1</d:FirmwareVersion><d:SerialNumber>SN-1</d:SerialNumber>"
+            "<d:HardwareId>HW-1</d:HardwareId></d:GetDeviceInformationResponse>");
     }
     const auto service = [](const QByteArray &name, const QByteArray &address) {
-        return "<d:Service><d:Namespace>" + name + "</d:Namespace><d:XAddr>" + address + "</d:XAddr></d:Service>";
+        return "<d:Service><d:Namespace>" + name + "</d:Namespace><d:XAddr>" + address +
+               "</d:XAddr></d:Service>";
     };
     if (operation == "GetServices") {
         if (!hasGetServices)
             return fault(400, "ActionNotSupported");
-        return ok("<d:GetServicesResponse>"
-                  + (hasMedia2 ? service("http://www.onvif.org/ver20/media/wsdl", "http://10.9.9.9/onvif/media2") : "")
-                  + service("http://www.onvif.org/ver10/media/wsdl", "http://10.9.9.9/onvif/media")
-                  + (hasExtension ? service("urn:orrin:site:1", "https://10.9.9.9/orrin/v1/") : "")
-                  + "</d:GetServicesResponse>");
+        return ok("<d:GetServicesResponse>" +
+                  (hasMedia2
+                       ? service("http://www.onvif.org/ver20/media/wsdl", "http://10.9.9.9/onvif/media2")
+                       : "") +
+                  service("http://www.onvif.org/ver10/media/wsdl", "http://10.9.9.9/onvif/media") +
+                  (hasExtension ? service("urn:orrin:site:1", "https://10.9.9.9/orrin/v1/") : "") +
+                  "</d:GetServicesResponse>");
     }
     if (operation == "GetCapabilities") {
-        return ok("<d:GetCapabilitiesResponse><d:Capabilities><tt:Media><tt:XAddr>http://10.9.9.9/onvif/media</tt:XAddr>"
+        return ok("<d:GetCapabilitiesResponse><d:Capabilities><tt:Media><tt:XAddr>http://10.9.9.9/onvif/"
+                  "media</tt:XAddr>"
                   "</tt:Media></d:Capabilities></d:GetCapabilitiesResponse>");
     }
     if (operation == "GetUsers") {
         if (userLevel.isEmpty())
             return fault(400, "NotAuthorized");
-        return ok("<d:GetUsersResponse><d:User><tt:Username>other</tt:Username><tt:UserLevel>Administrator</tt:UserLevel>"
-                  "</d:User><d:User><tt:Username>" + user + "</tt:Username><tt:UserLevel>" + userLevel
-                  + "</tt:UserLevel></d:User></d:GetUsersResponse>");
+        return ok("<d:GetUsersResponse><d:User><tt:Username>other</tt:Username><tt:UserLevel>Administrator</"
+                  "tt:UserLevel>"
+                  "</d:User><d:User><tt:Username>" +
+                  user + "</tt:Username><tt:UserLevel>" + userLevel +
+                  "</tt:UserLevel></d:User></d:GetUsersResponse>");
     }
     if (operation == "GetProfiles") {
-        return ok("<m:GetProfilesResponse>" + profile("low", "1", 320, 180, hasMedia2) + profile("high", "1", 1920, 1080, hasMedia2)
-                  + profile("only", "2", 640, 480, hasMedia2) + "</m:GetProfilesResponse>");
+        return ok("<m:GetProfilesResponse>" + profile("low", "1", 320, 180, hasMedia2) +
+                  profile("high", "1", 1920, 1080, hasMedia2) + profile("only", "2", 640, 480, hasMedia2) +
+                  "</m:GetProfilesResponse>");
     }
     if (operation == "GetMasks") {
-        return ok("<m:GetMasksResponse><m:Masks token=\"k\"><m:ConfigurationToken>vsc-1</m:ConfigurationToken><m:Polygon>"
-                  "<tt:Point x=\"-1\" y=\"1\"/><tt:Point x=\"0\" y=\"1\"/><tt:Point x=\"0\" y=\"0\"/></m:Polygon>"
-                  "<m:Type>Color</m:Type><m:Enabled>true</m:Enabled></m:Masks></m:GetMasksResponse>");
+        return ok(
+            "<m:GetMasksResponse><m:Masks "
+            "token=\"k\"><m:ConfigurationToken>vsc-1</m:ConfigurationToken><m:Polygon>"
+            "<tt:Point x=\"-1\" y=\"1\"/><tt:Point x=\"0\" y=\"1\"/><tt:Point x=\"0\" y=\"0\"/></m:Polygon>"
+            "<m:Type>Color</m:Type><m:Enabled>true</m:Enabled></m:Masks></m:GetMasksResponse>");
     }
     if (operation == "GetStreamUri") {
         if (refuseStream)
             return fault(400, "NotAuthorized");
-        return ok("<m:GetStreamUriResponse>"
-                  + (hasMedia2 ? "<m:Uri>" + streamUri + "</m:Uri>"
-                               : "<m:MediaUri><tt:Uri>" + streamUri + "</tt:Uri></m:MediaUri>")
-                  + "</m:GetStreamUriResponse>");
+        return ok("<m:GetStreamUriResponse>" +
+                  (hasMedia2 ? "<m:Uri>" + streamUri + "</m:Uri>"
+                             : "<m:MediaUri><tt:Uri>" + streamUri + "</tt:Uri></m:MediaUri>") +
+                  "</m:GetStreamUriResponse>");
     }
     return fault(400, "ActionNotSupported");
 }

@@ -7,8 +7,8 @@
 
 namespace orrin::test {
 
-/*! A device on the network as far as a session needs one: two sources, the first with two profiles. What it is and how it misbehaves is set by the
-    members, before or between requests. One thread. */
+/*! A device on the network as far as a session needs one: two sources, the first with two profiles. What it
+    is and how it misbehaves is set by the members, before or between requests. One thread. */
 class FakeOnvifDevice : public QObject
 {
     Q_OBJECT
@@ -38,9 +38,9 @@ public:
     QByteArray refusal;                //!< name of a refusal for everything with credentials
     QByteArray streamUri = "rtsp://10.1.2.3:554/stream/high?a=1";
     bool refuseStream = false;
-    QByteArray site = "{}";            //!< of the extension
-    QByteArray changes;                //!< empty: the request for changes stays open
-    QByteArray jsonRefusal;            //!< body of a 403 for POST session
+    QByteArray site = "{}"; //!< of the extension
+    QByteArray changes;     //!< empty: the request for changes stays open
+    QByteArray jsonRefusal; //!< body of a 403 for POST session
     bool sessionKnown = true;
     /*! Asked first; what it returns goes out in place of everything else. */
     std::function<std::optional<FakeAnswer>(const FakeRequest &)> intercept;
@@ -52,7 +52,8 @@ private:
     std::optional<FakeAnswer> answer(const FakeRequest &request);
     std::optional<FakeAnswer> answerSite(const FakeRequest &request);
     FakeAnswer answerSoap(const QByteArray &operation);
-    FakeAnswer fault(int status, const QByteArray &subcode, const QByteArray &inner = {}, const QByteArray &detail = {}) const;
+    FakeAnswer fault(int status, const QByteArray &subcode, const QByteArray &inner = {},
+                     const QByteArray &detail = {}) const;
     FakeAnswer challenge() const;
     bool hasCredentials(const FakeRequest &request) const;
     bool isAuthorised(const FakeRequest &request) const;

@@ -15,7 +15,8 @@ namespace orrin::test {
 SessionFixture::SessionFixture()
 {
     QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, folder.path());
-    OrrinSDK::initInstance(QStringLiteral("orrin-tests"), QStringLiteral("session"), nullptr, QStringLiteral("test.log"));
+    OrrinSDK::initInstance(QStringLiteral("orrin-tests"), QStringLiteral("session"), nullptr,
+                           QStringLiteral("test.log"));
     olog::LogManager::instance()->setLogLevel(olog::maxLogLevel());
     olog::setFileDevicePath(folder.path());
 }
@@ -58,14 +59,15 @@ void SessionFixture::open(const QString &target, const QString &password)
 bool SessionFixture::logIn(const FakeOnvifDevice &device)
 {
     open(device.target());
-    return QTest::qWaitFor([this] { return !opened->isEmpty() || !failed->isEmpty(); }, 12000) && opened->size() == 1
-        && described->size() == 1;
+    return QTest::qWaitFor([this] { return !opened->isEmpty() || !failed->isEmpty(); }, 12000) &&
+           opened->size() == 1 && described->size() == 1;
 }
 
 int SessionFixture::failToLogIn(const QString &target, const QString &password)
 {
     open(target, password);
-    if (!QTest::qWaitFor([this] { return !opened->isEmpty() || !failed->isEmpty(); }, 12000) || failed->isEmpty())
+    if (!QTest::qWaitFor([this] { return !opened->isEmpty() || !failed->isEmpty(); }, 12000) ||
+        failed->isEmpty())
         return 0;
     return loginError().errorId();
 }

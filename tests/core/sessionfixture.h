@@ -12,7 +12,8 @@
 
 namespace orrin::test {
 
-/*! An ONVIF session to a fake device with everything that a test watches, and settings and logs of its own. One thread. */
+/*! An ONVIF session to a fake device with everything that a test watches, and settings and logs of its own.
+ * One thread. */
 class SessionFixture
 {
 public:

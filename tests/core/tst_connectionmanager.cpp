@@ -132,7 +132,7 @@ private Q_SLOTS:
         ServerGroup *group = m_manager->serverGroup(1);
         QVERIFY(group);
         QCOMPARE(group->name(), u"Works"_s);
-        QCOMPARE(group->hosts(), QList<QString> {NorthHost});
+        QCOMPARE(group->hosts(), QList<QString>{NorthHost});
         Server *server = m_manager->server(1, 1);
         QVERIFY(server);
         QCOMPARE(connected.first().first().value<Server *>(), server);
@@ -170,7 +170,7 @@ private Q_SLOTS:
         const auto &helper = config->userConfigHelper();
         QVERIFY(helper->isNotPermittedCameraForUser(user->id(), ChannelUID(NorthUid, 2)).second);
         QVERIFY(!helper->isNotPermittedCameraForUser(user->id(), ChannelUID(NorthUid, 1)).second);
-        QCOMPARE(helper->isNotPermittedCameraForUser(UserId {8}, ChannelUID(NorthUid, 2)).first,
+        QCOMPARE(helper->isNotPermittedCameraForUser(UserId{8}, ChannelUID(NorthUid, 2)).first,
                  UserConfigError::UnknownUser);
     }
 
@@ -187,9 +187,9 @@ private Q_SLOTS:
                 ids.append(channel->id());
             return ids;
         };
-        QCOMPARE(ids(Server::SortById), (QList<int> {1, 2, 3}));
-        QCOMPARE(ids(Server::SortBySortId), (QList<int> {2, 3, 1}));
-        QCOMPARE(ids(Server::SortByName), (QList<int> {3, 1, 2}));
+        QCOMPARE(ids(Server::SortById), (QList<int>{1, 2, 3}));
+        QCOMPARE(ids(Server::SortBySortId), (QList<int>{2, 3, 1}));
+        QCOMPARE(ids(Server::SortByName), (QList<int>{3, 1, 2}));
     }
 
     void loginError_isReported_whenTheOnlyServerFails()
@@ -222,7 +222,7 @@ private Q_SLOTS:
         QCOMPARE(connected.size(), 2);
         QCOMPARE(complete.size(), 1);
         QCOMPARE(m_manager->serverGroups().size(), std::size_t(1));
-        QCOMPARE(m_manager->serverGroup(1)->hosts(), (QList<QString> {NorthHost, SouthHost}));
+        QCOMPARE(m_manager->serverGroup(1)->hosts(), (QList<QString>{NorthHost, SouthHost}));
         QCOMPARE(m_connector->createdCount(), 2);
     }
 
@@ -278,7 +278,7 @@ private Q_SLOTS:
         logIn(NorthHost, north());
         ServerGroup *group = m_manager->serverGroup(1);
         logIn(SouthHost, south());
-        QCOMPARE(m_manager->serverGroups(), std::vector<ServerGroup *> {group});
+        QCOMPARE(m_manager->serverGroups(), std::vector<ServerGroup *>{group});
         QCOMPARE(group->servers().size(), std::size_t(2));
     }
 
@@ -313,7 +313,7 @@ private Q_SLOTS:
         QCOMPARE(connected.size(), 1);
         QCOMPARE(connected.first().first().value<Server *>(), server);
         QCOMPARE(complete.size(), 1);
-        QCOMPARE(m_manager->servers(), std::vector<Server *> {server});
+        QCOMPARE(m_manager->servers(), std::vector<Server *>{server});
         QCOMPARE(server->channelById(1), channel);
         QVERIFY(second->isClosed());
         QCOMPARE(sessionForServer(NorthUid), first);
@@ -400,7 +400,8 @@ private Q_SLOTS:
 
     void channel_knowsItsKind()
     {
-        const ChannelDescription microphone = channelOf(2, 2, u"Microphone"_s, ChannelDescription::Kind::Audio);
+        const ChannelDescription microphone =
+            channelOf(2, 2, u"Microphone"_s, ChannelDescription::Kind::Audio);
         const ChannelDescription line = channelOf(3, 3, u"Line"_s, ChannelDescription::Kind::Talkback);
         Server *server = logIn(NorthHost, ScriptedSite(NorthUid).camera(1).channel(microphone).channel(line));
         QVERIFY(qobject_cast<Camera *>(server->channelById(1)));
@@ -469,7 +470,8 @@ private Q_SLOTS:
 
     void receiver_mayDisconnect_insideServerConnected()
     {
-        connect(m_manager, &ConnectionManager::serverConnected, m_manager, [this] { m_manager->disconnectFromAll(); });
+        connect(m_manager, &ConnectionManager::serverConnected, m_manager,
+                [this] { m_manager->disconnectFromAll(); });
         QSignalSpy complete(m_manager, &ConnectionManager::initialConnectionComplete);
         connectTo(NorthHost, true);
         m_connector->lastSession()->logIn(north());

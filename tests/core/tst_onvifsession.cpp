@@ -15,7 +15,8 @@ namespace {
 const QByteArray Password = "Secret-Pa55";
 
 /*! The answer to a request for a stream; nothing when none came in time. */
-std::optional<MediaEndpointResult> endpoint(SessionFixture &fixture, int channel, StreamQuality quality = StreamQuality::High)
+std::optional<MediaEndpointResult> endpoint(SessionFixture &fixture, int channel,
+                                            StreamQuality quality = StreamQuality::High)
 {
     std::optional<MediaEndpointResult> result;
     QObject context;
@@ -30,7 +31,9 @@ std::optional<MediaEndpointResult> endpoint(SessionFixture &fixture, int channel
 int endpointError(SessionFixture &fixture, int channel)
 {
     const auto result = endpoint(fixture, channel);
-    return result && std::holds_alternative<PlaybackError>(*result) ? std::get<PlaybackError>(*result).errorCode() : -1;
+    return result && std::holds_alternative<PlaybackError>(*result)
+               ? std::get<PlaybackError>(*result).errorCode()
+               : -1;
 }
 
 } // namespace
@@ -53,10 +56,11 @@ private Q_SLOTS:
         QCOMPARE(site.version, u"2.5.1"_s);
         QCOMPARE(site.serverAddress, u"127.0.0.1"_s);
         QCOMPARE(site.clockOffsetMs, 0);
-        QCOMPARE(site.timeZone.offsetFromUtc(QDateTime(QDate(2025, 1, 10), QTime(12, 0), QTimeZone::utc())), 3600);
+        QCOMPARE(site.timeZone.offsetFromUtc(QDateTime(QDate(2025, 1, 10), QTime(12, 0), QTimeZone::utc())),
+                 3600);
         QCOMPARE(site.user.name, u"admin"_s);
         QCOMPARE(site.user.level, UserLevel::Operator);
-        QCOMPARE(site.user.permissions, (QSet<int> {16, 17}));
+        QCOMPARE(site.user.permissions, (QSet<int>{16, 17}));
         QCOMPARE(site.channels.size(), 2);
         QCOMPARE(site.channels.at(0).name, u"Camera 1"_s);
         QCOMPARE(site.channels.at(0).privacyMask, QByteArray("1;0,0 5000,0 5000,5000"));
@@ -71,10 +75,11 @@ private Q_SLOTS:
         QTest::addColumn<QByteArray>("level");
         QTest::addColumn<UserLevel>("expected");
         QTest::addColumn<QSet<int>>("permissions");
-        QTest::newRow("administrator") << QByteArray("Administrator") << UserLevel::Administrator << QSet<int> {16, 17, 24};
-        QTest::newRow("operator") << QByteArray("Operator") << UserLevel::Operator << QSet<int> {16, 17};
-        QTest::newRow("user") << QByteArray("User") << UserLevel::User << QSet<int> {};
-        QTest::newRow("not told") << QByteArray() << UserLevel::User << QSet<int> {};
+        QTest::newRow("administrator")
+            << QByteArray("Administrator") << UserLevel::Administrator << QSet<int>{16, 17, 24};
+        QTest::newRow("operator") << QByteArray("Operator") << UserLevel::Operator << QSet<int>{16, 17};
+        QTest::newRow("user") << QByteArray("User") << UserLevel::User << QSet<int>{};
+        QTest::newRow("not told") << QByteArray() << UserLevel::User << QSet<int>{};
     }
 
     void login_givesRightsByLevel()
@@ -102,7 +107,8 @@ private Q_SLOTS:
         QVERIFY2(fixture.logIn(device), qPrintable(fixture.loginError().toString()));
         const SiteDescription site = fixture.site();
         QVERIFY(qAbs(site.clockOffsetMs - 20 * 60 * 1000) < 2500);
-        QCOMPARE(fixture.session->connection()->getCachedServerUTCOffsetToClientUTCMSecs(), site.clockOffsetMs);
+        QCOMPARE(fixture.session->connection()->getCachedServerUTCOffsetToClientUTCMSecs(),
+                 site.clockOffsetMs);
         QCOMPARE(site.timeZone.offsetFromUtc(QDateTime::currentDateTimeUtc()), -5 * 3600);
         QCOMPARE(site.channels.size(), 2);
         QCOMPARE(site.channels.at(0).ptzf, 1);
@@ -154,12 +160,17 @@ private Q_SLOTS:
         QTest::addColumn<bool>("raw");
         for (const bool tls : {true, false}) {
             const QByteArray suffix = tls ? " over TLS" : "";
-            QTest::newRow(("not found" + suffix).constData()) << tls << 404 << QByteArray("<html>Not here</html>") << false;
+            QTest::newRow(("not found" + suffix).constData())
+                << tls << 404 << QByteArray("<html>Not here</html>") << false;
             QTest::newRow(("not allowed" + suffix).constData()) << tls << 405 << QByteArray() << false;
-            QTest::newRow(("page" + suffix).constData()) << tls << 200 << QByteArray("<html><body>Hello</body></html>") << false;
-            QTest::newRow(("garbage" + suffix).constData()) << tls << 0 << QByteArray("\x01\x02garbage\xff\xfe\r\n\r\n", 14) << true;
-            QTest::newRow(("cut off" + suffix).constData()) << tls << 200 << QByteArray("<e:Envelope xmlns:e=\"x\"><e:Body>") << false;
-            QTest::newRow(("nested" + suffix).constData()) << tls << 200 << QByteArray("<a>").repeated(100000) << false;
+            QTest::newRow(("page" + suffix).constData())
+                << tls << 200 << QByteArray("<html><body>Hello</body></html>") << false;
+            QTest::newRow(("garbage" + suffix).constData())
+                << tls << 0 << QByteArray("\x01\x02garbage\xff\xfe\r\n\r\n", 14) << true;
+            QTest::newRow(("cut off" + suffix).constData())
+                << tls << 200 << QByteArray("<e:Envelope xmlns:e=\"x\"><e:Body>") << false;
+            QTest::newRow(("nested" + suffix).constData())
+                << tls << 200 << QByteArray("<a>").repeated(100000) << false;
             QTest::newRow(("document type" + suffix).constData())
                 << tls << 200 << QByteArray("<!DOCTYPE a [<!ENTITY b \"c\">]><a>&b;</a>") << false;
         }
@@ -172,7 +183,7 @@ private Q_SLOTS:
         QFETCH(QByteArray, body);
         QFETCH(bool, raw);
         FakeOnvifDevice device;
-        device.intercept = [&](const FakeRequest &) { return FakeAnswer {status, body, {}, raw}; };
+        device.intercept = [&](const FakeRequest &) { return FakeAnswer{status, body, {}, raw}; };
         QVERIFY(device.start(tls ? u"first"_s : QString()));
         SessionFixture fixture;
         QCOMPARE(fixture.failToLogIn(device.target()), int(LoginError::FailedToSetupConnection));
@@ -184,7 +195,8 @@ private Q_SLOTS:
     {
         FakeOnvifDevice device;
         device.intercept = [](const FakeRequest &) {
-            return FakeAnswer {200, FakeOnvifDevice::envelope("<a>" + QByteArray(6 * 1024 * 1024, 'x') + "</a>"), {}};
+            return FakeAnswer{
+                200, FakeOnvifDevice::envelope("<a>" + QByteArray(6 * 1024 * 1024, 'x') + "</a>"), {}};
         };
         QVERIFY(device.start());
         SessionFixture fixture;
@@ -199,7 +211,8 @@ private Q_SLOTS:
         fixture.times.loginDeadline = std::chrono::milliseconds(1500);
         QElapsedTimer timer;
         timer.start();
-        QCOMPARE(fixture.failToLogIn(u"127.0.0.1:%1"_s.arg(silent.serverPort())), int(LoginError::FailedToSetupConnection));
+        QCOMPARE(fixture.failToLogIn(u"127.0.0.1:%1"_s.arg(silent.serverPort())),
+                 int(LoginError::FailedToSetupConnection));
         QVERIFY(timer.elapsed() >= 1400);
         QCOMPARE(OnvifTimings().loginDeadline, std::chrono::milliseconds(10000));
     }
@@ -210,7 +223,10 @@ private Q_SLOTS:
         FakeHttpServer other;
         QVERIFY(other.start(u"first"_s));
         device.intercept = [&](const FakeRequest &) {
-            return FakeAnswer {307, {}, {"Location: https://127.0.0.1:" + QByteArray::number(other.port()) + "/onvif/device_service"}};
+            return FakeAnswer{307,
+                              {},
+                              {"Location: https://127.0.0.1:" + QByteArray::number(other.port()) +
+                               "/onvif/device_service"}};
         };
         QVERIFY(device.start());
         SessionFixture fixture;
@@ -260,8 +276,10 @@ private Q_SLOTS:
         QTest::newRow("hours") << QByteArray("OutsideHours") << QByteArray() << 3 << 0;
         QTest::newRow("locked") << QByteArray("AccountLocked") << QByteArray() << 12 << 95;
         QTest::newRow("address") << QByteArray("AddressNotPermitted") << QByteArray() << 13 << 0;
-        QTest::newRow("JSON too many") << QByteArray() << QByteArray(R"({"refusal":"TooManyConnections"})") << 1 << 0;
-        QTest::newRow("JSON locked") << QByteArray() << QByteArray(R"({"refusal":"AccountLocked","seconds":30})") << 12 << 30;
+        QTest::newRow("JSON too many")
+            << QByteArray() << QByteArray(R"({"refusal":"TooManyConnections"})") << 1 << 0;
+        QTest::newRow("JSON locked") << QByteArray()
+                                     << QByteArray(R"({"refusal":"AccountLocked","seconds":30})") << 12 << 30;
         QTest::newRow("JSON unknown") << QByteArray() << QByteArray(R"({"refusal":"Because"})") << 6 << 0;
     }
 
@@ -285,7 +303,9 @@ private Q_SLOTS:
     {
         for (const auto &[status, code] : {std::pair(503, 1), std::pair(423, 12)}) {
             FakeOnvifDevice device;
-            device.intercept = [status = status](const FakeRequest &) { return FakeAnswer {status, {}, {"Retry-After: 40"}}; };
+            device.intercept = [status = status](const FakeRequest &) {
+                return FakeAnswer{status, {}, {"Retry-After: 40"}};
+            };
             QVERIFY(device.start());
             SessionFixture fixture;
             QCOMPARE(fixture.failToLogIn(device.target()), code);
@@ -377,11 +397,12 @@ private Q_SLOTS:
         int unanswered = 0;
         device.intercept = [&](const FakeRequest &) -> std::optional<FakeAnswer> {
             ++unanswered;
-            return FakeAnswer {500, "what?", {}};
+            return FakeAnswer{500, "what?", {}};
         };
         QTRY_COMPARE(fixture.lost->size(), 1);
         QVERIFY(unanswered >= 2);
-        QCOMPARE(fixture.lost->first().first().value<ConnectionError>().errorId(), int(ConnectionError::ProtocolError));
+        QCOMPARE(fixture.lost->first().first().value<ConnectionError>().errorId(),
+                 int(ConnectionError::ProtocolError));
     }
 
     void closedSession_saysNothingMore()

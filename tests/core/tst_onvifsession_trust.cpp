@@ -72,7 +72,8 @@ private Q_SLOTS:
         QVERIFY(device.server.requests().isEmpty());
         QCOMPARE(PublicKeyChecker::derKey(device.target()), first());
 
-        PublicKeyChecker::setDerKey(error.loginData.targetAndPort(), error.loginData.negotiationData().derKey());
+        PublicKeyChecker::setDerKey(error.loginData.targetAndPort(),
+                                    error.loginData.negotiationData().derKey());
         QVERIFY(fixture.logIn(device));
     }
 

@@ -80,7 +80,7 @@ private:
 void tst_viewer_live::initTestCase()
 {
     QStandardPaths::setTestModeEnabled(true);
-    QVERIFY2(m_server.start(), qPrintable(m_server.errorString()));
+    QVERIFY2(m_server.start(), qPrintable(m_server.errorText()));
     QQuickStyle::setStyle(u"Material"_s);
     orrin::OrrinSDK::initInstance(u"Orrinworks"_s, u"tst_viewer_live"_s, nullptr, u"tst_viewer_live.log"_s);
     m_engine = std::make_unique<QQmlApplicationEngine>();
@@ -103,7 +103,7 @@ QQuickItem *tst_viewer_live::page(const QString &name) const
 void tst_viewer_live::login(const QString &password)
 {
     QQuickItem *loginPage = page(u"login"_s);
-    loginPage->setProperty("host", u"127.0.0.1:%1"_s.arg(m_server.port(0)));
+    loginPage->setProperty("host", u"127.0.0.1:%1"_s.arg(m_server.port()));
     loginPage->setProperty("user", u"admin"_s);
     loginPage->setProperty("password", password);
     QMetaObject::invokeMethod(loginPage, "login");
@@ -112,7 +112,7 @@ void tst_viewer_live::login(const QString &password)
 void tst_viewer_live::login_isRefusedInWords_whenPasswordIsWrong()
 {
     login(u"not the password"_s);
-    const QString expected = u"Invalid username or password. Server: 127.0.0.1, port: %1"_s.arg(m_server.port(0));
+    const QString expected = u"Invalid username or password. Server: 127.0.0.1, port: %1"_s.arg(m_server.port());
     QTRY_COMPARE_WITH_TIMEOUT(page(u"login"_s)->property("errorText").toString(), expected, 12000);
     QCOMPARE(m_window->property("tourPage").toString(), u"login"_s);
 }

@@ -51,7 +51,8 @@ private Q_SLOTS:
 
     void initQmlContext_leavesNames_whenHostHasInitialised()
     {
-        OrrinSDK::initInstance(QStringLiteral("Host"), QStringLiteral("App"), nullptr, QStringLiteral("host.log"));
+        OrrinSDK::initInstance(QStringLiteral("Host"), QStringLiteral("App"), nullptr,
+                               QStringLiteral("host.log"));
         const OrrinSDK *before = OrrinSDK::instance();
         QQmlEngine engine;
         initQmlContext(engine.rootContext());
@@ -66,7 +67,8 @@ private Q_SLOTS:
         QQmlEngine engine;
         initQmlContext(engine.rootContext());
         QQmlContext *context = engine.rootContext();
-        QCOMPARE(context->contextProperty(QStringLiteral("OrrinSDK")).value<QObject *>(), OrrinSDK::instance());
+        QCOMPARE(context->contextProperty(QStringLiteral("OrrinSDK")).value<QObject *>(),
+                 OrrinSDK::instance());
         QObject *model = OrrinSDK::instance()->eventManager()->liveEvents().data();
         QVERIFY(model);
         QCOMPARE(context->contextProperty(QStringLiteral("liveEventModel")).value<QObject *>(), model);
@@ -99,8 +101,9 @@ private Q_SLOTS:
     {
         QQmlEngine engine;
         initQmlContext(engine.rootContext());
-        olog::LogManager::instance()->log(olog::LogItem(olog::LL_Error, 1, 1, "test", __FILE__, __func__, nullptr,
-                                                        QByteArray(), QByteArrayLiteral("an error")));
+        olog::LogManager::instance()->log(olog::LogItem(olog::LL_Error, 1, 1, "test", __FILE__, __func__,
+                                                        nullptr, QByteArray(),
+                                                        QByteArrayLiteral("an error")));
         QVERIFY(!logDir().isEmpty());
         QCOMPARE(QDir(logDir()).entryList(QDir::Files), QStringList());
     }

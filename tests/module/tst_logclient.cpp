@@ -149,8 +149,8 @@ private Q_SLOTS:
     {
         const LogClient client("client");
         const QByteArray text(MaximumLogLineLength + 1, 'x');
-        const QByteArray output
-            = standardErrorOf([&] { client.trace("file.cpp", "function", "%s", text.constData()); });
+        const QByteArray output =
+            standardErrorOf([&] { client.trace("file.cpp", "function", "%s", text.constData()); });
         QVERIFY2(output.startsWith("logclient error2:"), output.constData());
         QVERIFY(device->items.isEmpty());
     }
@@ -169,8 +169,8 @@ private Q_SLOTS:
         QFETCH(quintptr, formatter);
         QFETCH(QByteArray, start);
         std::optional<QByteArray> line = QByteArray();
-        const QByteArray output
-            = standardErrorOf([&] { line = formatWith(reinterpret_cast<LogFormatter>(formatter), "text"); });
+        const QByteArray output =
+            standardErrorOf([&] { line = formatWith(reinterpret_cast<LogFormatter>(formatter), "text"); });
         QVERIFY(!line);
         QVERIFY2(output.startsWith(start + ' '), output.constData());
         QCOMPARE(output.count('\n'), 1);

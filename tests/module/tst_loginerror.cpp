@@ -9,6 +9,7 @@ using namespace orrin;
 
 // Referenced so that the module, which registers the types, is linked.
 extern void qml_register_types_orrinsdkqml();
+static void (*const volatile registrar)() = &qml_register_types_orrinsdkqml;
 
 namespace {
 
@@ -19,7 +20,8 @@ public:
     bool isEmpty() const override { return false; }
     QString translate(const char *context, const char *sourceText, const char *, int) const override
     {
-        return QLatin1Char('[') + QLatin1StringView(context) + QLatin1Char(']') + QLatin1StringView(sourceText);
+        return QLatin1Char('[') + QLatin1StringView(context) + QLatin1Char(']') +
+               QLatin1StringView(sourceText);
     }
 };
 
@@ -39,7 +41,7 @@ class tst_LoginError : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase() { QVERIFY(&qml_register_types_orrinsdkqml); }
+    void initTestCase() { QVERIFY(registrar); }
 
     void toString_givesText_whenCodeIs_data()
     {
@@ -93,8 +95,9 @@ private Q_SLOTS:
         QFETCH(QString, time);
         LoginError error = makeError(12);
         error.lockoutSeconds = seconds;
-        QCOMPARE(error.toString(),
-                 QStringLiteral("Your account is locked for %1. Server: recorder.example, port: 8601").arg(time));
+        QCOMPARE(
+            error.toString(),
+            QStringLiteral("Your account is locked for %1. Server: recorder.example, port: 8601").arg(time));
     }
 
     void toString_keepsHost_whenHostLooksLikePlaceholder()

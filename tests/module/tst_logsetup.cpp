@@ -45,12 +45,13 @@ LogManager *LogManager::instance()
 
 void LogManager::addLogDevice(const QSharedPointer<LogDevice> &device)
 {
-    calls.append(device && device->type() == LogDevice::Type::Message ? "add message log" : "add something else");
+    calls.append(device && device->type() == LogDevice::Type::Message ? "add message log"
+                                                                      : "add something else");
 }
 
 MessageLog::MessageLog() = default;
 MessageLog::~MessageLog() = default;
-void MessageLog::write(const LogItem &) { }
+void MessageLog::write(const LogItem &) {}
 
 void MessageLog::setSize(unsigned lines)
 {
@@ -80,9 +81,8 @@ private Q_SLOTS:
     {
         QVERIFY(calls.isEmpty());
         orrin::setUpLogging();
-        QCOMPARE(calls,
-                 QList<QByteArray>({"instance", "size 500", "add message log", "file size 31457280", "logDir",
-                                    "path /folder/of/logs"}));
+        QCOMPARE(calls, QList<QByteArray>({"instance", "size 500", "add message log", "file size 31457280",
+                                           "logDir", "path /folder/of/logs"}));
     }
 };
 

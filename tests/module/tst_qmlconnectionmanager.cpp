@@ -32,9 +32,9 @@ struct Request
 class SilentSession : public Session
 {
 public:
-    void open() override { }
-    void close() override { }
-    void requestMediaEndpoint(int, StreamQuality, QObject *, MediaEndpointCallback) override { }
+    void open() override {}
+    void close() override {}
+    void requestMediaEndpoint(int, StreamQuality, QObject *, MediaEndpointCallback) override {}
     Connection *connection() override { return nullptr; }
 };
 
@@ -43,8 +43,8 @@ class SilentConnector : public Connector
 public:
     explicit SilentConnector(QList<Request> &requests) : requests(requests) {}
 
-    std::unique_ptr<Session> createSession(const CorvaneUrl &url, const SharedCredentials &credentials, bool asGroup,
-                                           unsigned) override
+    std::unique_ptr<Session> createSession(const CorvaneUrl &url, const SharedCredentials &credentials,
+                                           bool asGroup, unsigned) override
     {
         requests.append({url.hostAndPort(), credentials->user, credentials->password, asGroup});
         return std::make_unique<SilentSession>();
@@ -62,7 +62,8 @@ public:
     {
         const auto note = [this, object](const char *name) {
             return [this, object, name] {
-                entries.append(QStringLiteral("%1 %2 %3").arg(QLatin1StringView(name), object->statusString())
+                entries.append(QStringLiteral("%1 %2 %3")
+                                   .arg(QLatin1StringView(name), object->statusString())
                                    .arg(int(object->error())));
             };
         };
@@ -108,7 +109,8 @@ private Q_SLOTS:
     void init()
     {
         requests.clear();
-        OrrinSDK::initInstance(QStringLiteral("Orrinworks"), QStringLiteral("test"), nullptr, QStringLiteral("test.log"));
+        OrrinSDK::initInstance(QStringLiteral("Orrinworks"), QStringLiteral("test"), nullptr,
+                               QStringLiteral("test.log"));
         core = OrrinSDK::instance()->connectionManager();
         core->d_func()->setConnector(std::make_unique<SilentConnector>(requests));
     }
@@ -162,9 +164,8 @@ private Q_SLOTS:
             if (meta.method(i).methodType() == QMetaMethod::Signal)
                 names.append(meta.method(i).name());
         }
-        QCOMPARE(names,
-                 QList<QByteArray>({"hostAndPortChanged", "usernameChanged", "passwordChanged", "statusChanged",
-                                    "errorChanged"}));
+        QCOMPARE(names, QList<QByteArray>({"hostAndPortChanged", "usernameChanged", "passwordChanged",
+                                           "statusChanged", "errorChanged"}));
     }
 
     void setHostAndPort_takesDefaultPort_whenTextHasNone()
@@ -199,7 +200,8 @@ private Q_SLOTS:
         manager.setUsername(QStringLiteral("anna"));
         manager.setPassword(QStringLiteral("secret"));
         manager.setPassword(QStringLiteral("secret"));
-        QCOMPARE(log.take(), QStringList({QStringLiteral("username Invalid 0"), QStringLiteral("password Invalid 0")}));
+        QCOMPARE(log.take(),
+                 QStringList({QStringLiteral("username Invalid 0"), QStringLiteral("password Invalid 0")}));
         QCOMPARE(manager.username(), QStringLiteral("anna"));
         QCOMPARE(manager.password(), QStringLiteral("secret"));
     }
@@ -240,7 +242,8 @@ private Q_SLOTS:
         manager.connectServers();
         QCOMPARE(log.take(), QStringList({QStringLiteral("status Connecting 0")}));
         QTRY_COMPARE(requests.size(), 1);
-        const Request expected = {QStringLiteral("recorder.example:8601"), QStringLiteral("anna"), QStringLiteral("secret"), false};
+        const Request expected = {QStringLiteral("recorder.example:8601"), QStringLiteral("anna"),
+                                  QStringLiteral("secret"), false};
         QCOMPARE(requests.first(), expected);
 
         manager.connectServers(true);
@@ -255,7 +258,8 @@ private Q_SLOTS:
         manager.connectServers();
         SignalLog log(&manager);
         Q_EMIT core->loginError(makeError(2));
-        QCOMPARE(log.take(), QStringList({QStringLiteral("error Connecting 2"), QStringLiteral("status Error 2")}));
+        QCOMPARE(log.take(),
+                 QStringList({QStringLiteral("error Connecting 2"), QStringLiteral("status Error 2")}));
         QCOMPARE(manager.error(), QmlConnectionManager::BAD_LOGIN);
         QCOMPARE(manager.errorString(),
                  QStringLiteral("Invalid username or password. Server: recorder.example, port: 8601"));
@@ -375,7 +379,8 @@ private Q_SLOTS:
         manager.connectServers();
         const QString target = QStringLiteral("recorder.example:8601");
         Q_EMIT core->loginError(makeError(2, target, QByteArrayLiteral("key")));
-        QTest::ignoreMessage(QtDebugMsg, "attempt to overwrite failed, last error ID is not PUBLIC_KEY_CHANGED");
+        QTest::ignoreMessage(QtDebugMsg,
+                             "attempt to overwrite failed, last error ID is not PUBLIC_KEY_CHANGED");
         SignalLog log(&manager);
         manager.overwritePublicKey();
         QVERIFY(PublicKeyChecker::derKey(target).isEmpty());

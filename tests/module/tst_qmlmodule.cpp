@@ -32,6 +32,20 @@ std::unique_ptr<QObject> create(QQmlEngine &engine, const QByteArray &qml, QStri
     return object;
 }
 
+/*! Whether a SPIR-V module decorates something with that location. */
+bool hasInputAtLocation(const QByteArray &spirv, quint32 location)
+{
+    constexpr quint32 decorate = 4u << 16 | 71u; // OpDecorate of four words
+    constexpr quint32 locationDecoration = 30;
+    QList<quint32> words(spirv.size() / 4);
+    memcpy(words.data(), spirv.constData(), std::size_t(words.size()) * 4);
+    for (qsizetype i = 5; i + 3 < words.size(); ++i) {
+        if (words.at(i) == decorate && words.at(i + 2) == locationDecoration && words.at(i + 3) == location)
+            return true;
+    }
+    return false;
+}
+
 QByteArray contentOf(const QString &path)
 {
     QFile file(path);
@@ -59,8 +73,7 @@ private Q_SLOTS:
         QFETCH(QByteArray, import);
         QQmlEngine engine;
         QString errors;
-        const auto object = create(engine,
-                                   "import QtQuick\n" + import + R"(
+        const auto object = create(engine, "import QtQuick\n" + import + R"(
                                    Item {
                                        property ConnectionManager manager: ConnectionManager {}
                                        property VideoDisplay video: VideoDisplay {}
@@ -102,7 +115,8 @@ private Q_SLOTS:
                 property int badLogin: ConnectionManager.BAD_LOGIN
             })");
         QVERIFY(object);
-        QCOMPARE(object->property("status").value<QJSValue>().toVariant().toList(), QVariantList({0, 1, 2, 3, 4}));
+        QCOMPARE(object->property("status").value<QJSValue>().toVariant().toList(),
+                 QVariantList({0, 1, 2, 3, 4}));
         QCOMPARE(object->property("keyChanged").toInt(), 11);
         QCOMPARE(object->property("badLogin").toInt(), 2);
     }
@@ -199,7 +213,8 @@ private Q_SLOTS:
     {
         using Source = QShader::Source;
         for (const QString &name : {QStringLiteral("vert"), QStringLiteral("frag")}) {
-            const QShader shader = QShader::fromSerialized(contentOf(QStringLiteral(":/shaders/yuv.%1.qsb").arg(name)));
+            const QShader shader =
+                QShader::fromSerialized(contentOf(QStringLiteral(":/shaders/yuv.%1.qsb").arg(name)));
             QVERIFY(shader.isValid());
             QSet<QShader::Source> sources;
             QSet<int> glslVersions;
@@ -218,16 +233,22 @@ private Q_SLOTS:
     void vertexShader_holdsBatchableVariant_withOrderAtLocation7()
     {
         const QShader shader = QShader::fromSerialized(contentOf(QStringLiteral(":/shaders/yuv.vert.qsb")));
-        const QShaderCode code = shader.shader(
-            {QShader::GlslShader, QShaderVersion(150), QShader::BatchableVertexShader});
-        QVERIFY2(code.shader().contains("gl_Position.z = _qt_order * gl_Position.w"), code.shader().constData());
-        const QShaderCode spirv = shader.shader(
-            {QShader::SpirvShader, QShaderVersion(100), QShader::BatchableVertexShader});
-        QVERIFY(spirv.shader().contains("_qt_order"));
-        const QList<QShaderDescription::InOutVariable> inputs = shader.description().inputVariables();
-        QCOMPARE(inputs.size(), 2);
-        for (const QShaderDescription::InOutVariable &input : inputs)
-            QCOMPARE(input.location, input.name == "qt_Vertex" ? 0 : 1);
+        const QShaderCode code =
+            shader.shader({QShader::GlslShader, QShaderVersion(150), QShader::BatchableVertexShader});
+        QVERIFY2(code.shader().contains("gl_Position.z = _qt_order * gl_Position.w"),
+                 code.shader().constData());
+        const QShaderCode spirv =
+            shader.shader({QShader::SpirvShader, QShaderVersion(100), QShader::BatchableVertexShader});
+        QVERIFY(hasInputAtLocation(spirv.shader(), 7));
+        const QShaderCode plain =
+            shader.shader({QShader::SpirvShader, QShaderVersion(100), QShader::StandardShader});
+        QVERIFY(hasInputAtLocation(plain.shader(), 1));
+        QVERIFY(!hasInputAtLocation(plain.shader(), 7));
+        QMap<QByteArray, int> locations;
+        for (const QShaderDescription::InOutVariable &input : shader.description().inputVariables())
+            locations.insert(input.name, input.location);
+        const QMap<QByteArray, int> expected = {{"qt_Vertex", 0}, {"qt_MultiTexCoord0", 1}, {"_qt_order", 7}};
+        QCOMPARE(locations, expected);
     }
 };
 

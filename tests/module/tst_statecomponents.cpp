@@ -11,6 +11,7 @@
 
 // Referenced so that the module is linked.
 extern void qml_register_types_orrinsdkqml();
+static void (*const volatile registrar)() = &qml_register_types_orrinsdkqml;
 
 /*! The components that carry the colour states "normal", "highlight" and "active". */
 class tst_StateComponents : public QObject
@@ -20,7 +21,7 @@ class tst_StateComponents : public QObject
 private Q_SLOTS:
     void initTestCase()
     {
-        QVERIFY(&qml_register_types_orrinsdkqml);
+        QVERIFY(registrar);
         settings.insert({
             {QStringLiteral("backgroundColor"), QColor(1, 2, 3)},
             {QStringLiteral("highlightColor"), QColor(4, 5, 6)},
@@ -64,7 +65,8 @@ private Q_SLOTS:
 
     void icon_changesEffectColourOnly()
     {
-        const auto icon = create("ActiveIcon { width: 24; height: 20; source: \"qt/qml/orrinsdkqml/resources/arrow_left\" }");
+        const auto icon = create(
+            "ActiveIcon { width: 24; height: 20; source: \"qt/qml/orrinsdkqml/resources/arrow_left\" }");
         QVERIFY(icon);
         QCOMPARE(icon->property("state"), QVariant(QStringLiteral("normal")));
         QCOMPARE(icon->property("sourceSize").toSize(), QSize(24, 20));
@@ -73,15 +75,19 @@ private Q_SLOTS:
         QQuickItem *image = children.at(0);
         QQuickItem *effect = children.at(1);
         QVERIFY(!image->isVisible());
-        QCOMPARE(image->property("source").toUrl(), QUrl(QStringLiteral("qrc:/qt/qml/orrinsdkqml/resources/arrow_left.svg")));
+        QCOMPARE(image->property("source").toUrl(),
+                 QUrl(QStringLiteral("qrc:/qt/qml/orrinsdkqml/resources/arrow_left.svg")));
         QCOMPARE(image->size(), QSizeF(24, 20));
         QCOMPARE(effect->size(), QSizeF(24, 20));
 
-        QCOMPARE(effect->property("colorizationColor").value<QColor>(), QColor::fromString(QLatin1StringView("orange")));
+        QCOMPARE(effect->property("colorizationColor").value<QColor>(),
+                 QColor::fromString(QLatin1StringView("orange")));
         icon->setProperty("state", QStringLiteral("highlight"));
-        QCOMPARE(effect->property("colorizationColor").value<QColor>(), QColor::fromString(QLatin1StringView("green")));
+        QCOMPARE(effect->property("colorizationColor").value<QColor>(),
+                 QColor::fromString(QLatin1StringView("green")));
         icon->setProperty("state", QStringLiteral("active"));
-        QCOMPARE(effect->property("colorizationColor").value<QColor>(), QColor::fromString(QLatin1StringView("blue")));
+        QCOMPARE(effect->property("colorizationColor").value<QColor>(),
+                 QColor::fromString(QLatin1StringView("blue")));
         QCOMPARE(effect->property("colorization").toDouble(), 0.0);
     }
 

@@ -153,7 +153,7 @@ private Q_SLOTS:
 
         rendering = QSharedPointer<QmlRendering>::create(std::make_unique<QmlVideoFrameReceiver>());
         rendering->setVideoFrame(makeFrame());
-        const auto display = std::make_shared<Display>();
+        const auto display = std::make_shared<orrin::Display>();
         display->setRenderer(rendering);
         presenter = std::make_shared<Presenter>();
         presenter->list = {display};
@@ -380,9 +380,9 @@ private Q_SLOTS:
         else if (lack == "null display")
             presenter->list = {nullptr};
         else if (lack == "renderer")
-            presenter->list = {std::make_shared<Display>()};
+            presenter->list = {std::make_shared<orrin::Display>()};
         else if (lack == "picture")
-            std::dynamic_pointer_cast<Display>(presenter->list.first())
+            std::dynamic_pointer_cast<orrin::Display>(presenter->list.first())
                 ->setRenderer(QSharedPointer<QmlRendering>::create(std::make_unique<QmlVideoFrameReceiver>()));
         else
             controller->setChannelId(-1);

@@ -51,7 +51,6 @@ Item {
             compare(item.text, "saved");
             compare(item.state, "opaque");
             compare(timerOf(item).interval, 1000);
-            tryCompare(item, "opacity", 1);
             tryCompare(item, "state", "transparent");
             verify(Date.now() - begin >= 980, Date.now() - begin);
             compare(item.text, "saved");
@@ -71,7 +70,7 @@ Item {
             const fadeOut = Date.now() - begin;
             verify(fadeIn >= 150, fadeIn);
             verify(fadeOut >= 950, fadeOut);
-            verify(fadeOut > 2 * fadeIn, fadeIn + " " + fadeOut);
+            verify(fadeIn < fadeOut, fadeIn + " " + fadeOut);
         }
         function test_newMessage_startsAFreshPeriod() {
             const item = createTemporaryObject(plain, root);
@@ -102,9 +101,10 @@ Item {
         function test_timeZero_takesTheTextAwayAtOnce() {
             const item = createTemporaryObject(plain, root);
             item.setTextWithTime("x", 0);
+            compare(timerOf(item).interval, 0);
             compare(item.text, "x");
             compare(item.state, "opaque");
-            tryCompare(item, "state", "transparent", 500);
+            tryCompare(item, "state", "transparent");
             compare(item.text, "x");
         }
     }

@@ -62,6 +62,15 @@ Server *TestSite::login(const SiteDescription &site)
     return nullptr;
 }
 
+bool TestSite::failLogin()
+{
+    const QString host = QStringLiteral("refusing:8601");
+    m_connector->refuse(host, LoginError::BadLogin);
+    QSignalSpy failed(&manager(), &ConnectionManager::loginError);
+    manager().connectToServer(QStringLiteral("operator"), QStringLiteral("wrong"), CorvaneUrl(host, 8601), false);
+    return QTest::qWaitFor([&] { return failed.size() == 1; });
+}
+
 void TestSite::describe(const SiteDescription &site)
 {
     m_sites.insert(site.serverUid, site);

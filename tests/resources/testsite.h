@@ -26,6 +26,8 @@ public:
 
     /*! Logs in to a server that describes itself as \a site, and waits until the core is through. Null when it never was. */
     Server *login(const SiteDescription &site);
+    /*! A login that a server refuses; waits for the error. */
+    bool failLogin();
     /*! The server of \a site now describes itself so. */
     void describe(const SiteDescription &site);
     void lose(quint64 uid);

@@ -199,6 +199,38 @@ private Q_SLOTS:
         QTEST(static_cast<int>(resets.size()), "resets");
     }
 
+    void sessions_resetForTheirRealCauses()
+    {
+        TestSite site;
+        QmlChannelModel model;
+        QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
+        QSignalSpy resets(&model, &QAbstractItemModel::modelReset);
+        const auto taken = [&resets] {
+            const qsizetype count = resets.size();
+            resets.clear();
+            return count;
+        };
+        // Connected, and complete.
+        QVERIFY(site.login(describeCameras(7, 2, {1})));
+        QCOMPARE(taken(), 2);
+        QVERIFY(site.failLogin());
+        QCOMPARE(taken(), 1);
+        site.lose(7);
+        QCOMPARE(taken(), 1);
+        site.restore(7);
+        QCOMPARE(taken(), 1);
+        // The facilities change once.
+        site.describe(describeCameras(7, 2, {1, 2}));
+        QCOMPARE(taken(), 1);
+        QCOMPARE(model.count(), 2);
+        site.describe(describeCameras(7, 2, {1, 2}));
+        QCOMPARE(taken(), 0);
+        // Timed out, and so offline.
+        site.timeOutUser(7);
+        QCOMPARE(taken(), 2);
+        QCOMPARE(model.count(), 2);
+    }
+
     void managerGoes_resets()
     {
         std::optional<TestSite> site(std::in_place);

@@ -6,8 +6,8 @@
 
 namespace {
 
-/*! The project's own files that each object was made of, by the object's path in the build folder. Paths of dependencies are
-    relative to the source folder. */
+/*! The project's own files that each object was made of, by the object's path in the build folder. Paths of
+   dependencies are relative to the source folder. */
 QMap<QString, QStringList> readDependencies(const QString &program, const QDir &build, const QDir &source)
 {
     QProcess ninja;
@@ -20,12 +20,14 @@ QMap<QString, QStringList> readDependencies(const QString &program, const QDir &
         if (line.startsWith("    ")) {
             if (object.isEmpty())
                 continue;
-            const QString path = QDir::cleanPath(build.absoluteFilePath(QString::fromLocal8Bit(line.trimmed())));
+            const QString path =
+                QDir::cleanPath(build.absoluteFilePath(QString::fromLocal8Bit(line.trimmed())));
             const QString relative = source.relativeFilePath(path);
             if (!relative.startsWith(QStringLiteral("../")) && !relative.startsWith(QStringLiteral("build/")))
                 dependencies[object].append(relative);
         } else {
-            // "path: #deps 12, deps mtime 34 (VALID)"; what is stale belongs to an earlier state of the sources.
+            // "path: #deps 12, deps mtime 34 (VALID)"; what is stale belongs to an earlier state of the
+            // sources.
             const qsizetype end = line.indexOf(": #deps ");
             object = end > 0 && line.endsWith("(VALID)") ? QString::fromLocal8Bit(line.left(end)) : QString();
         }

@@ -6,6 +6,7 @@
 
 // Referenced so that the module is linked.
 extern void qml_register_types_orrinsdkqml();
+static void (*const volatile registrar)() = &qml_register_types_orrinsdkqml;
 
 namespace {
 
@@ -15,21 +16,23 @@ const QString root = QStringLiteral(":/qt/qml/orrinsdkqml/");
 const QStringList components = [] {
     const std::pair<const char *, const char *> folders[] = {
         {"Charts", "ChartContainer Chart DateTimeSelection FilterCombo"},
-        {"Controls",
-         "DistancePtzf LayoutSelector LoadingCircle ScreenPreview TimePicker ToolBarButton TransparentDialog O_Button "
-         "O_Calendar O_CheckBox O_ComboBox O_ComboBoxInput O_FormCheckBoxInput O_Label O_PlaybackControl O_Polygon "
-         "O_RoundButton O_SpinBox O_TextEdit O_TextInput"},
+        {"Controls", "DistancePtzf LayoutSelector LoadingCircle ScreenPreview TimePicker ToolBarButton "
+                     "TransparentDialog O_Button "
+                     "O_Calendar O_CheckBox O_ComboBox O_ComboBoxInput O_FormCheckBoxInput O_Label "
+                     "O_PlaybackControl O_Polygon "
+                     "O_RoundButton O_SpinBox O_TextEdit O_TextInput"},
         {"Dialogs", "ChannelSelection DatetimeSelection EventTable LayoutSelection PtzExtraControls"},
-        {"Display", "HsbSelection PieMenu VideoDisplayBorder VideoDisplayInputArea VideoOutput VideoOutputMessage"},
+        {"Display",
+         "HsbSelection PieMenu VideoDisplayBorder VideoDisplayInputArea VideoOutput VideoOutputMessage"},
         {"Layout", "LayoutArea"},
         {"Pages", "Message Page Title TitleStack Toolbar ToolbarStack"},
-        {"Settings",
-         "ActiveBackground ActiveIcon ActiveLabel GeneralSettingsPage InfoSettingsPage LayoutSettingsPage LogSettingsPage "
-         "SecuritySettingsPage SettingsPage SubtitlesSettingsPage"},
+        {"Settings", "ActiveBackground ActiveIcon ActiveLabel GeneralSettingsPage InfoSettingsPage "
+                     "LayoutSettingsPage LogSettingsPage "
+                     "SecuritySettingsPage SettingsPage SubtitlesSettingsPage"},
         {"Theme", "Theme"},
-        {"Views",
-         "BusySpinner ChannelView ChannelWindow EventCauseCombo EventSourceSelector ServerCombo ServerGroupView ServerView "
-         "Subtitle TrackView O_ScrollViewStyle O_StyleSheet"},
+        {"Views", "BusySpinner ChannelView ChannelWindow EventCauseCombo EventSourceSelector ServerCombo "
+                  "ServerGroupView ServerView "
+                  "Subtitle TrackView O_ScrollViewStyle O_StyleSheet"},
     };
     QStringList list;
     for (const auto &[folder, names] : folders) {
@@ -102,7 +105,7 @@ class tst_ModuleDescription : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase() { QVERIFY(&qml_register_types_orrinsdkqml); }
+    void initTestCase() { QVERIFY(registrar); }
 
     void qmldir_holdsItsLinesInOrder()
     {
@@ -114,9 +117,10 @@ private Q_SLOTS:
                                 QStringLiteral("prefer :/qt/qml/orrinsdkqml/")};
         for (const QString &component : presentComponents()) {
             const QString name = component.section(QLatin1Char('/'), 1);
-            expected.append(QStringLiteral("%1%2 254.0 %3.qml")
-                                .arg(name == QStringLiteral("Theme") ? QStringLiteral("singleton ") : QString(), name,
-                                     component));
+            expected.append(
+                QStringLiteral("%1%2 254.0 %3.qml")
+                    .arg(name == QStringLiteral("Theme") ? QStringLiteral("singleton ") : QString(), name,
+                         component));
         }
         expected.append(QStringLiteral("depends QtQuick"));
         QCOMPARE(linesOf(root + QStringLiteral("qmldir")), expected);
@@ -145,7 +149,8 @@ private Q_SLOTS:
     {
         QStringList calls;
         for (const QString &line : linesOf(QStringLiteral(ORRIN_REGISTRATIONS))) {
-            if (line.trimmed().startsWith(QStringLiteral("qml")) || line.trimmed().startsWith(QStringLiteral("QMeta")))
+            if (line.trimmed().startsWith(QStringLiteral("qml")) ||
+                line.trimmed().startsWith(QStringLiteral("QMeta")))
                 calls.append(line.trimmed());
         }
         QVERIFY(calls.size() > 2);
@@ -159,16 +164,19 @@ private Q_SLOTS:
 
     void registrar_namesTypesInOrder()
     {
-        static const QRegularExpression call(QStringLiteral(
-            "(QMetaType::fromType|qmlRegisterTypesAndRevisions|qmlRegisterAnonymousType)<([^>,]+)(?:, 254)?>"));
+        static const QRegularExpression call(
+            QStringLiteral("(QMetaType::fromType|qmlRegisterTypesAndRevisions|qmlRegisterAnonymousType)<([^>,"
+                           "]+)(?:, 254)?>"));
         QStringList found;
         for (const QString &line : linesOf(QStringLiteral(ORRIN_REGISTRATIONS))) {
             const QRegularExpressionMatch match = call.match(line);
             if (!match.hasMatch())
                 continue;
-            const QString kind = match.captured(1) == QStringLiteral("QMetaType::fromType") ? QStringLiteral("meta ")
-                : match.captured(1) == QStringLiteral("qmlRegisterAnonymousType")           ? QStringLiteral("anonymous ")
-                                                                                            : QStringLiteral("type ");
+            const QString kind = match.captured(1) == QStringLiteral("QMetaType::fromType")
+                                     ? QStringLiteral("meta ")
+                                 : match.captured(1) == QStringLiteral("qmlRegisterAnonymousType")
+                                     ? QStringLiteral("anonymous ")
+                                     : QStringLiteral("type ");
             found.append(kind + match.captured(2));
         }
         QVERIFY(!found.isEmpty());
@@ -178,8 +186,8 @@ private Q_SLOTS:
             QCOMPARE(found, registrations);
             return;
         }
-        // Not all classes are there: those that are stand in the order of the whole. An anonymous base stands behind the
-        // first class that needs it, which may be another one then.
+        // Not all classes are there: those that are stand in the order of the whole. An anonymous base stands
+        // behind the first class that needs it, which may be another one then.
         QStringList named;
         QStringList expected;
         for (const QString &entry : std::as_const(found)) {

@@ -6,13 +6,13 @@
 
 namespace {
 
-const QStringList suffixes = {QStringLiteral("cpp"), QStringLiteral("h"), QStringLiteral("qml"), QStringLiteral("vert"),
-                              QStringLiteral("frag"), QStringLiteral("cmake")};
+const QStringList suffixes = {QStringLiteral("cpp"),  QStringLiteral("h"),    QStringLiteral("qml"),
+                              QStringLiteral("vert"), QStringLiteral("frag"), QStringLiteral("cmake")};
 
 bool isSource(const QFileInfo &file, const QByteArray &firstLine)
 {
-    return suffixes.contains(file.suffix()) || file.fileName() == QStringLiteral("CMakeLists.txt")
-        || firstLine.startsWith("#!");
+    return suffixes.contains(file.suffix()) || file.fileName() == QStringLiteral("CMakeLists.txt") ||
+           firstLine.startsWith("#!");
 }
 
 } // namespace
@@ -41,8 +41,8 @@ private Q_SLOTS:
         QFETCH(int, atLeast);
         QStringList wrong;
         int checked = 0;
-        QDirIterator files(QStringLiteral(ORRIN_SOURCE_DIR "/") + QLatin1StringView(QTest::currentDataTag()), QDir::Files,
-                           QDirIterator::Subdirectories);
+        QDirIterator files(QStringLiteral(ORRIN_SOURCE_DIR "/") + QLatin1StringView(QTest::currentDataTag()),
+                           QDir::Files, QDirIterator::Subdirectories);
         while (files.hasNext()) {
             QFile file(files.next());
             QVERIFY2(file.open(QIODevice::ReadOnly), qPrintable(file.fileName()));

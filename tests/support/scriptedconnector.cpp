@@ -16,8 +16,9 @@ ScriptedConnector *ScriptedConnector::install()
     return connector;
 }
 
-std::unique_ptr<Session> ScriptedConnector::createSession(const CorvaneUrl &url, const SharedCredentials &credentials,
-                                                          bool asGroup, unsigned request)
+std::unique_ptr<Session> ScriptedConnector::createSession(const CorvaneUrl &url,
+                                                          const SharedCredentials &credentials, bool asGroup,
+                                                          unsigned request)
 {
     auto session = std::make_unique<ScriptedSession>(url, credentials, asGroup, request);
     ScriptedSession *made = session.get();

@@ -10,16 +10,16 @@
 
 namespace orrin::test {
 
-/*! Makes scripted sessions and remembers them. A host with an answer set is answered by itself, by the event loop; all others wait for the test.
-    One thread. */
+/*! Makes scripted sessions and remembers them. A host with an answer set is answered by itself, by the event
+    loop; all others wait for the test. One thread. */
 class ScriptedConnector : public Connector
 {
 public:
     /*! Puts a new connector into the root object's connection manager, which owns it. */
     static ScriptedConnector *install();
 
-    std::unique_ptr<Session> createSession(const CorvaneUrl &url, const SharedCredentials &credentials, bool asGroup,
-                                           unsigned request) override;
+    std::unique_ptr<Session> createSession(const CorvaneUrl &url, const SharedCredentials &credentials,
+                                           bool asGroup, unsigned request) override;
 
     /*! A login at "host:port" from now on is answered with \a site, or refused with \a code. */
     void answer(const QString &hostAndPort, const SiteDescription &site);

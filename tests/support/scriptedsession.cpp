@@ -5,10 +5,7 @@ namespace orrin::test {
 
 ScriptedSession::ScriptedSession(const CorvaneUrl &url, const SharedCredentials &credentials, bool asGroup,
                                  unsigned request)
-    : m_url(url)
-    , m_credentials(credentials)
-    , m_asGroup(asGroup)
-    , m_request(request)
+    : m_url(url), m_credentials(credentials), m_asGroup(asGroup), m_request(request)
 {
 }
 

@@ -15,10 +15,13 @@ namespace orrin::test {
 class ScriptedConnection : public Connection
 {
 public:
-    QSharedPointer<TrackBounds> createTrackBounds(unsigned) override { return QSharedPointer<TrackBounds>::create(bounds); }
+    QSharedPointer<TrackBounds> createTrackBounds(unsigned) override
+    {
+        return QSharedPointer<TrackBounds>::create(bounds);
+    }
     long long getCachedServerUTCOffsetToClientUTCMSecs() const override { return clockOffsetMs; }
 
-    TrackBounds bounds {0, 0};
+    TrackBounds bounds{0, 0};
     qint64 clockOffsetMs = 0;
 };
 
@@ -37,7 +40,8 @@ public:
         MediaEndpointCallback callback;
     };
 
-    ScriptedSession(const CorvaneUrl &url, const SharedCredentials &credentials, bool asGroup, unsigned request);
+    ScriptedSession(const CorvaneUrl &url, const SharedCredentials &credentials, bool asGroup,
+                    unsigned request);
 
     void open() override;
     void close() override;

@@ -40,7 +40,7 @@ ScriptedSite &ScriptedSite::timeZone(const QByteArray &iana)
 
 ScriptedSite &ScriptedSite::user(const QString &name, UserLevel level, const QSet<int> &permissions, int id)
 {
-    m_site.user.id = UserId {id};
+    m_site.user.id = UserId{id};
     m_site.user.name = name;
     m_site.user.level = level;
     m_site.user.permissions = permissions;

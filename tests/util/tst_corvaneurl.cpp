@@ -27,11 +27,14 @@ private Q_SLOTS:
         QTest::newRow("port 65535") << u"recorder:65535"_s << u"recorder"_s << 65535 << u"recorder:65535"_s;
         QTest::newRow("port 65536") << u"recorder:65536"_s << u"recorder"_s << 8601 << u"recorder:8601"_s;
         QTest::newRow("sign") << u"recorder:+80"_s << u"recorder"_s << 8601 << u"recorder:8601"_s;
-        QTest::newRow("huge") << u"recorder:99999999999999999999"_s << u"recorder"_s << 8601 << u"recorder:8601"_s;
-        QTest::newRow("IPv6 in brackets") << u"[2001:db8::1]:443"_s << u"2001:db8::1"_s << 443 << u"[2001:db8::1]:443"_s;
+        QTest::newRow("huge") << u"recorder:99999999999999999999"_s << u"recorder"_s << 8601
+                              << u"recorder:8601"_s;
+        QTest::newRow("IPv6 in brackets")
+            << u"[2001:db8::1]:443"_s << u"2001:db8::1"_s << 443 << u"[2001:db8::1]:443"_s;
         QTest::newRow("IPv6 without port") << u"[::1]"_s << u"::1"_s << 8601 << u"[::1]:8601"_s;
         QTest::newRow("bare IPv6") << u"2001:db8::1"_s << u"2001:db8::1"_s << 8601 << u"[2001:db8::1]:8601"_s;
-        QTest::newRow("IPv6 with zone") << u"fe80::1%eth0"_s << u"fe80::1%eth0"_s << 8601 << u"[fe80::1%eth0]:8601"_s;
+        QTest::newRow("IPv6 with zone")
+            << u"fe80::1%eth0"_s << u"fe80::1%eth0"_s << 8601 << u"[fe80::1%eth0]:8601"_s;
         QTest::newRow("other letters") << u"überwachung:7"_s << u"überwachung"_s << 7 << u"überwachung:7"_s;
     }
 
@@ -50,9 +53,10 @@ private Q_SLOTS:
     void parse_givesNoHost_whenTextCannotBeOne_data()
     {
         QTest::addColumn<QString>("text");
-        for (const QString &text : {u""_s, u"   "_s, u":80"_s, u"a b"_s, u"http://a"_s, u"a/b"_s, u"user@host"_s, u"a\nb"_s,
-                                    u"[::1"_s, u"[::1]80"_s, u"[recorder]:80"_s, u"a:b:c:x"_s, u"a?b"_s, u"a#b"_s, u"::1]"_s,
-                                    QString(254, u'a'), u"a\0b"_s}) {
+        for (const QString &text :
+             {u""_s, u"   "_s, u":80"_s, u"a b"_s, u"http://a"_s, u"a/b"_s, u"user@host"_s, u"a\nb"_s,
+              u"[::1"_s, u"[::1]80"_s, u"[recorder]:80"_s, u"a:b:c:x"_s, u"a?b"_s, u"a#b"_s, u"::1]"_s,
+              QString(254, u'a'), u"a\0b"_s}) {
             QTest::newRow(qPrintable(text.left(20))) << text;
         }
     }

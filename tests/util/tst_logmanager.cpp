@@ -139,11 +139,12 @@ private Q_SLOTS:
         for (int i = 0; i < 200; ++i)
             LogManager::instance()->log(item("line " + QByteArray::number(i)));
         flushFileDevice();
-        QCOMPARE(QDir(folder.path()).entryList(QDir::Files), (QStringList {u"small.log"_s, u"small.log.1"_s}));
+        QCOMPARE(QDir(folder.path()).entryList(QDir::Files), (QStringList{u"small.log"_s, u"small.log.1"_s}));
         QVERIFY(QFileInfo(folder.filePath(u"small.log"_s)).size() <= 2000);
         QVERIFY(QFileInfo(folder.filePath(u"small.log.1"_s)).size() <= 2000);
         QVERIFY(contents(folder.filePath(u"small.log"_s)).endsWith(": line 199\n"));
-        const QByteArray both = contents(folder.filePath(u"small.log.1"_s)) + contents(folder.filePath(u"small.log"_s));
+        const QByteArray both =
+            contents(folder.filePath(u"small.log.1"_s)) + contents(folder.filePath(u"small.log"_s));
         const qsizetype lines = both.count('\n');
         QVERIFY(both.contains(": line " + QByteArray::number(200 - lines) + '\n'));
     }
@@ -167,7 +168,7 @@ private Q_SLOTS:
         QVERIFY(file.open(QIODevice::WriteOnly));
         setFileDevicePath(folder.filePath(u"file/below"_s));
         LogManager::instance()->log(item("nowhere"));
-        QCOMPARE(QDir(folder.path()).entryList(QDir::Files), QStringList {u"file"_s});
+        QCOMPARE(QDir(folder.path()).entryList(QDir::Files), QStringList{u"file"_s});
     }
 
     void stoppedDevice_stillWrites()

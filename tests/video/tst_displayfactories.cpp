@@ -16,8 +16,8 @@ namespace {
 
 std::shared_ptr<DisplayInterface> createDisplay(DisplayFactory &factory)
 {
-    return factory.createDisplay(ChannelUID(), nullptr, WidgetType::GLWidget, DisplayType::Still, QString(), QString(),
-                                 QRectF(), ZoomInfo());
+    return factory.createDisplay(ChannelUID(), nullptr, WidgetType::GLWidget, DisplayType::Still, QString(),
+                                 QString(), QRectF(), ZoomInfo());
 }
 
 QmlRendering *renderingOf(const std::shared_ptr<DisplayInterface> &display)
@@ -52,7 +52,8 @@ private Q_SLOTS:
         QmlAudioDisplayFactory audio;
         video.setDisplayDecorator(nullptr);
         audio.setDisplayDecorator(nullptr);
-        for (DisplayFactory *factory : {static_cast<DisplayFactory *>(&video), static_cast<DisplayFactory *>(&audio)}) {
+        for (DisplayFactory *factory :
+             {static_cast<DisplayFactory *>(&video), static_cast<DisplayFactory *>(&audio)}) {
             const auto first = createDisplay(*factory);
             const auto second = createDisplay(*factory);
             QVERIFY(first != second);

@@ -20,8 +20,7 @@ class NotingPrivate : public FrameGrabberPrivate
 {
 public:
     NotingPrivate(FrameGrabber *q, FakeStreamProvider *provider)
-        : FrameGrabberPrivate(q, provider)
-        , calls(provider->calls)
+        : FrameGrabberPrivate(q, provider), calls(provider->calls)
     {
     }
 
@@ -42,7 +41,8 @@ class NotingGrabber : public FrameGrabber
 {
 public:
     explicit NotingGrabber(FakeStreamProvider *provider)
-        : FrameGrabber(PrivatePointer(new NotingPrivate(this, provider), [](FrameGrabberPrivate *d) { delete d; }))
+        : FrameGrabber(
+              PrivatePointer(new NotingPrivate(this, provider), [](FrameGrabberPrivate *d) { delete d; }))
     {
     }
 };
@@ -88,7 +88,8 @@ private Q_SLOTS:
         NotingGrabber grabber(&provider);
         grabber.setSyncContextId(9);
         setAddress(grabber, 3, 2, 1);
-        QCOMPARE(provider.calls, list("hook group 3, hook server 2, create 3 2 1 9, hook created, hook channel 1"));
+        QCOMPARE(provider.calls,
+                 list("hook group 3, hook server 2, create 3 2 1 9, hook created, hook channel 1"));
         QVERIFY(provider.last);
         QCOMPARE(provider.last->control->calls, list("live 0"));
         QCOMPARE(grabber.streamId(), RequestId{1});
@@ -282,7 +283,9 @@ private Q_SLOTS:
         const TestSite site(rights);
         QVERIFY(site.server());
         FakeStreamProvider provider;
-        provider.prepare = [&site](FakeStreamProcessor &processor) { processor.channelPointer = site.channel(1); };
+        provider.prepare = [&site](FakeStreamProcessor &processor) {
+            processor.channelPointer = site.channel(1);
+        };
         FrameGrabber grabber(&provider);
         QVERIFY(!grabber.isUserPermitted());
         setAddress(grabber, 1, 1, 1);

@@ -35,9 +35,7 @@ VideoFrame makeSound(std::uint8_t flags, const QByteArray &payload = QByteArrayL
 // The masks of this test only note what is asked of them; these definitions take the place of the library's.
 namespace orrin {
 
-Mask::Mask(const QString &encoded, MaskType type)
-    : m_encoded(encoded)
-    , m_type(type)
+Mask::Mask(const QString &encoded, MaskType type) : m_encoded(encoded), m_type(type)
 {
     parsedMasks.append(QStringLiteral("%1 %2").arg(encoded).arg(int(type)));
 }

@@ -74,7 +74,8 @@ private Q_SLOTS:
         const PlaybackError second(5, QStringLiteral("two"));
         rendering->setError(first, 0);
         rendering->setError(second, 0);
-        QCOMPARE(rendering->errors(), QList<QString>({first.formattedHTMLString(), second.formattedHTMLString()}));
+        QCOMPARE(rendering->errors(),
+                 QList<QString>({first.formattedHTMLString(), second.formattedHTMLString()}));
         rendering->clearErrors();
         QVERIFY(rendering->errors().isEmpty());
     }
@@ -143,7 +144,8 @@ private Q_SLOTS:
     void snapshot_isInvalid_whenFrameIsSound()
     {
         const auto rendering = makeRendering();
-        rendering->setVideoFrame(VideoFrame(Image::fromAudio(ImageKind::AudioPcm16, QByteArrayLiteral("abcd"), 8000, 1)));
+        rendering->setVideoFrame(
+            VideoFrame(Image::fromAudio(ImageKind::AudioPcm16, QByteArrayLiteral("abcd"), 8000, 1)));
         QVERIFY(rendering->currentFrame().isValid());
         QVERIFY(!rendering->generateSnapshot().valid);
     }
@@ -155,7 +157,8 @@ private Q_SLOTS:
         const QTimeZone zone("Europe/Helsinki");
         header.setTime(dateTimeToTime300(QDateTime(QDate(2026, 3, 5), QTime(9, 7, 3, 40), zone)));
         header.setTimeZone(zone);
-        rendering->setVideoFrame(makeFrame(QSize(16, 12), [](int, int) { return Yuv{235}; }, header, 4294967296, 12));
+        rendering->setVideoFrame(
+            makeFrame(QSize(16, 12), [](int, int) { return Yuv{235}; }, header, 4294967296, 12));
         const QmlRendering::Snapshot snapshot = rendering->generateSnapshot();
         QVERIFY(snapshot.valid);
         QCOMPARE(snapshot.fileName, QStringLiteral("screenshot-05-Mar-2026-09-07-03-040-12-4294967296"));

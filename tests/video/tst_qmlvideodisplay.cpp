@@ -91,7 +91,8 @@ private Q_SLOTS:
         for (int i = meta.propertyOffset(); i < meta.propertyCount(); ++i) {
             const QMetaProperty property = meta.property(i);
             properties.append(QStringLiteral("%1 %2 %3 %4")
-                                  .arg(QLatin1StringView(property.name()), QLatin1StringView(property.typeName()),
+                                  .arg(QLatin1StringView(property.name()),
+                                       QLatin1StringView(property.typeName()),
                                        property.isWritable() ? QStringLiteral("rw") : QStringLiteral("r"),
                                        QString::fromLatin1(property.notifySignal().methodSignature())));
         }
@@ -102,7 +103,8 @@ private Q_SLOTS:
                       "activated bool rw activatedChanged(bool), error QString r errorReceived(), "
                       "frameDateTimeUTC QDateTime r frameDateTimeUTCChanged(), "
                       "frameDateTimeServerTz QString r frameDateTimeServerTzChanged(), "
-                      "frameTimeZone QTimeZone r frameTimeZoneChanged(), frameTimeMs qlonglong r frameTimeMsChanged(), "
+                      "frameTimeZone QTimeZone r frameTimeZoneChanged(), frameTimeMs qlonglong r "
+                      "frameTimeMsChanged(), "
                       "preserveAspectRatio bool rw preserveAspectRatioChanged(bool), "
                       "messageVisible bool rw messageVisibleChanged(bool), "
                       "busySpinnerVisible bool r busySpinnerVisibleChanged()"));
@@ -110,8 +112,9 @@ private Q_SLOTS:
              {"streamProcessorCreated()", "privateKeyRequired()", "beyondEnd()", "showBusySpinner(bool)",
               "currentFrameChanged()", "zoomFactorChanged(double)", "zoomRectChanged()"})
             QVERIFY2(meta.indexOfSignal(signature) >= 0, signature);
-        for (const char *signature : {"resetZoom()", "adjustZoomCenter(double,double)", "addOffsetPixels(double,double)",
-                                      "zoom(double,double,double)", "getBeginning()", "getEnd()"})
+        for (const char *signature :
+             {"resetZoom()", "adjustZoomCenter(double,double)", "addOffsetPixels(double,double)",
+              "zoom(double,double,double)", "getBeginning()", "getEnd()"})
             QVERIFY2(meta.indexOfMethod(signature) >= 0, signature);
         for (const char *signature : {"processFrame()", "handleShowBusySpinner(bool)"}) {
             const int index = meta.indexOfSlot(signature);
@@ -125,7 +128,8 @@ private Q_SLOTS:
         TestVideoDisplay item(&provider);
         SignalLog log(&item);
         item.setAddress(1, 2, 3);
-        QCOMPARE(log.take(), list("serverGroupIdChanged, serverIdChanged, streamIdChanged, channelIdChanged"));
+        QCOMPARE(log.take(),
+                 list("serverGroupIdChanged, serverIdChanged, streamIdChanged, channelIdChanged"));
         QCOMPARE(item.streamId(), RequestId{provider.count});
         QCOMPARE(provider.last->control->calls, list("live 0"));
         item.setServerId(4);
@@ -146,18 +150,18 @@ private Q_SLOTS:
         QCOMPARE(item.frameWidth(), 64.0);
         QCOMPARE(item.frameHeight(), 48.0);
         QCOMPARE(item.frameDateTimeUTC(), moment.toUTC());
-        QCOMPARE(item.frameDateTimeUTC().timeSpec(), Qt::UTC);
+        QCOMPARE(item.frameDateTimeUTC().offsetFromUtc(), 0);
         QCOMPARE(item.frameDateTimeServerTz(), QStringLiteral("05.03.2026.09.07.03"));
         QCOMPARE(item.frameTimeZone(), helsinki);
         QCOMPARE(item.frameTimeMs(), moment.toMSecsSinceEpoch());
 
         // The same size and zone: both dates signal all the same.
         item.setVideoFrame(makeFrame(QSize(64, 48), Yuv{100}, dateTimeToTime300(moment), helsinki));
-        QCOMPARE(log.take(), list("currentFrameChanged, frameDateTimeUTCChanged, frameDateTimeServerTzChanged"));
-        item.setVideoFrame(makeFrame(QSize(64, 50), Yuv{100}, dateTimeToTime300(moment), QTimeZone::utc()));
         QCOMPARE(log.take(),
-                 list("frameHeightChanged, currentFrameChanged, frameDateTimeUTCChanged, "
-                      "frameDateTimeServerTzChanged, frameTimeZoneChanged"));
+                 list("currentFrameChanged, frameDateTimeUTCChanged, frameDateTimeServerTzChanged"));
+        item.setVideoFrame(makeFrame(QSize(64, 50), Yuv{100}, dateTimeToTime300(moment), QTimeZone::utc()));
+        QCOMPARE(log.take(), list("frameHeightChanged, currentFrameChanged, frameDateTimeUTCChanged, "
+                                  "frameDateTimeServerTzChanged, frameTimeZoneChanged"));
     }
 
     void setVideoFrame_storesEachValueBeforeItsSignal()
@@ -352,7 +356,9 @@ private Q_SLOTS:
         QFETCH(bool, painted);
         const TestSite site(rights);
         QVERIFY(site.server());
-        provider.prepare = [&site](FakeStreamProcessor &processor) { processor.channelPointer = site.channel(1); };
+        provider.prepare = [&site](FakeStreamProcessor &processor) {
+            processor.channelPointer = site.channel(1);
+        };
         TestVideoDisplay item(&provider);
         item.setAddress(1, 1, 1);
         provider.prepare = nullptr;
@@ -375,7 +381,8 @@ private Q_SLOTS:
         item.setAddress(1, 1, 1);
         Image header;
         header.setExtension(ImageHeaderExtension::PrivacyMask, "1;0,0 10000,0 10000,10000 0,10000");
-        provider.last->rendering()->setVideoFrame(makeFrame(QSize(64, 64), [](int, int) { return Yuv{200}; }, header));
+        provider.last->rendering()->setVideoFrame(
+            makeFrame(QSize(64, 64), [](int, int) { return Yuv{200}; }, header));
         QVERIFY(item.currentFrame()->bitsY()[32 * 64 + 16] < 40);
     }
 
@@ -385,9 +392,10 @@ private Q_SLOTS:
         TestVideoDisplay item(&provider);
         engine.rootContext()->setContextProperty(QStringLiteral("video"), &item);
         QQmlComponent component(&engine);
-        component.setData("import QtQml\nimport orrinsdkqml\n"
-                          "QtObject { property var id: video.streamId; property int changes: 0; onIdChanged: ++changes }",
-                          QUrl());
+        component.setData(
+            "import QtQml\nimport orrinsdkqml\n"
+            "QtObject { property var id: video.streamId; property int changes: 0; onIdChanged: ++changes }",
+            QUrl());
         const std::unique_ptr<QObject> object(component.create());
         QVERIFY2(object, qPrintable(component.errorString()));
         const int before = object->property("changes").toInt();

@@ -48,15 +48,13 @@ struct Factories
 
 } // namespace
 
-// The linked factory of this test hands out fake processors; these definitions take the place of the library's.
+// The linked factory of this test hands out fake processors; these definitions take the place of the
+// library's.
 namespace orrin {
 
 SPLinkedFactory::SPLinkedFactory(QSharedPointer<SPMFactory> video, QSharedPointer<SPMFactory> audio,
                                  QSharedPointer<SPMFactory> metadata, QSharedPointer<SPMFactory> talkback)
-    : m_video(video)
-    , m_audio(audio)
-    , m_metadata(metadata)
-    , m_talkback(talkback)
+    : m_video(video), m_audio(audio), m_metadata(metadata), m_talkback(talkback)
 {
     ++factories.made;
 }
@@ -73,7 +71,8 @@ void SPLinkedFactory::setAudioFactory(QSharedPointer<SPMFactory> factory)
     m_audio = factory;
 }
 
-QSharedPointer<AbstractStreamProcessor> SPLinkedFactory::createProcessor(ChannelUID channel, int syncContextId)
+QSharedPointer<AbstractStreamProcessor> SPLinkedFactory::createProcessor(ChannelUID channel,
+                                                                         int syncContextId)
 {
     factories.asked.append(
         {channel, syncContextId, m_video.data(), m_audio.data(), m_metadata.data(), m_talkback.data()});
@@ -156,7 +155,8 @@ private Q_SLOTS:
         QCOMPARE(factories.asked.size(), 1);
         QCOMPARE(factories.asked.first().channel, ChannelUID(0x1234, 2));
         QCOMPARE(factories.asked.first().syncContextId, 7);
-        QCOMPARE(provider.getStreamProcessor(group, server, 2, processor->requestId()).data(), processor.data());
+        QCOMPARE(provider.getStreamProcessor(group, server, 2, processor->requestId()).data(),
+                 processor.data());
     }
 
     void create_givesNull_whenSomethingIsUnknown_data()

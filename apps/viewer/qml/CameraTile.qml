@@ -14,7 +14,10 @@ Rectangle {
     property string name
     property int pictures: 0
     property string errorText
+    property bool selected: false
     readonly property bool assigned: root.channelId > 0
+
+    signal tapped()
 
     color: ViewerStyle.surface
     clip: true
@@ -50,7 +53,7 @@ Rectangle {
         anchors.right: parent.right
         anchors.top: parent.top
         height: 28
-        color: ViewerStyle.surface
+        color: root.selected ? ViewerStyle.raised : ViewerStyle.surface
 
         Text {
             anchors.fill: parent
@@ -73,5 +76,15 @@ Rectangle {
             running: root.assigned && display.busySpinnerVisible
             visible: running
         }
+    }
+    Rectangle {
+        anchors.fill: parent
+        color: "transparent"
+        border.color: ViewerStyle.accent
+        border.width: 2
+        visible: root.selected
+    }
+    TapHandler {
+        onTapped: root.tapped()
     }
 }

@@ -3,7 +3,6 @@ import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
 import orrinsdkqml
-import OrrinViewer
 
 ApplicationWindow {
     id: root
@@ -13,10 +12,11 @@ ApplicationWindow {
     // What the tour looks at.
     readonly property string tourPage: pages.currentItem?.objectName ?? ""
     readonly property bool tourReady: pages.busy ? false
-                                      : tourPage === "live" ? livePictures > 0 && livePictures === liveWanted : tourPage === "login"
+                                      : tourPage === "live" ? liveSettled : tourPage === "login"
     readonly property string tourStatus: tourPage === "live" ? livePictures + " of " + liveWanted + " pictures" : loginPage.errorText
     property int livePictures: 0
     property int liveWanted: 0
+    property bool liveSettled: false
 
     function tourNext() {
         if (tourPage === "login")
@@ -45,6 +45,16 @@ ApplicationWindow {
             loginPage.login();
     }
 
+    Shortcut {
+        enabled: root.options.developer
+        sequence: "Ctrl+G"
+        onActivated: {
+            if (pages.currentItem?.objectName === "gallery")
+                pages.pop();
+            else
+                pages.push(gallery);
+        }
+    }
     ConnectionManager {
         id: session
     }
@@ -59,6 +69,27 @@ ApplicationWindow {
             onLoggedIn: {
                 if (pages.depth === 1)
                     pages.push(live);
+            }
+        }
+    }
+    // The tiles show pictures before the last recorder of the site has told its cameras.
+    Timer {
+        interval: 1500
+        running: root.livePictures > 0 && root.livePictures === root.liveWanted
+        onTriggered: root.liveSettled = true
+    }
+    Component {
+        id: gallery
+
+        Flickable {
+            objectName: "gallery"
+            contentHeight: components.contentHeight
+
+            Gallery {
+                id: components
+
+                width: parent.width
+                height: Math.max(contentHeight, root.height)
             }
         }
     }

@@ -4,8 +4,7 @@
 namespace orrin {
 
 EventManager::EventManager(QObject *parent)
-    : QObject(parent)
-    , m_liveEvents(QSharedPointer<EventModel>::create())
+    : QObject(parent), m_liveEvents(QSharedPointer<EventModel>::create())
 {
 }
 

@@ -40,8 +40,7 @@ void EventModelPrivate::append(const EventRecord &record)
 }
 
 EventModel::EventModel(QObject *parent)
-    : QAbstractListModel(parent)
-    , d(std::make_unique<EventModelPrivate>(this))
+    : QAbstractListModel(parent), d(std::make_unique<EventModelPrivate>(this))
 {
 }
 
@@ -59,15 +58,24 @@ QVariant EventModel::data(const QModelIndex &index, int role) const
     const EventRecord &record = d->records[static_cast<std::size_t>(index.row())];
     switch (role) {
     case Qt::DisplayRole:
-    case CauseStringRole: return record.cause;
-    case ServerNameRole: return record.serverName;
-    case SourceNameRole: return record.sourceName;
-    case TimeStringRole: return record.time.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
-    case CauseColorRole: return record.causeColor;
-    case TimeRole: return record.time.toUTC();
-    case ServerUidRole: return record.serverUid;
-    case ChannelIdRole: return record.channelId;
-    default: return {};
+    case CauseStringRole:
+        return record.cause;
+    case ServerNameRole:
+        return record.serverName;
+    case SourceNameRole:
+        return record.sourceName;
+    case TimeStringRole:
+        return record.time.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
+    case CauseColorRole:
+        return record.causeColor;
+    case TimeRole:
+        return record.time.toUTC();
+    case ServerUidRole:
+        return record.serverUid;
+    case ChannelIdRole:
+        return record.channelId;
+    default:
+        return {};
     }
 }
 

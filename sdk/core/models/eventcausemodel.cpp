@@ -36,17 +36,16 @@ public:
 };
 
 EventCauseModel::EventCauseModel(ConnectionManager *manager, int serverId, bool withAny, QObject *parent)
-    : QAbstractListModel(parent)
-    , d(std::make_unique<EventCauseModelPrivate>())
+    : QAbstractListModel(parent), d(std::make_unique<EventCauseModelPrivate>())
 {
     d->manager = manager;
     d->serverId = serverId;
     d->withAny = withAny;
 }
 
-EventCauseModel::EventCauseModel(ConnectionManager *manager, unsigned long long serverUid, bool withAny, QObject *parent)
-    : QAbstractListModel(parent)
-    , d(std::make_unique<EventCauseModelPrivate>())
+EventCauseModel::EventCauseModel(ConnectionManager *manager, unsigned long long serverUid, bool withAny,
+                                 QObject *parent)
+    : QAbstractListModel(parent), d(std::make_unique<EventCauseModelPrivate>())
 {
     d->manager = manager;
     d->serverUid = serverUid;
@@ -89,7 +88,8 @@ int EventCauseModel::rowCount(const QModelIndex &parent) const
 
 QVariant EventCauseModel::data(const QModelIndex &index, int role) const
 {
-    if (role != Qt::DisplayRole || !checkIndex(index, CheckIndexOption::IndexIsValid | CheckIndexOption::ParentIsInvalid))
+    if (role != Qt::DisplayRole ||
+        !checkIndex(index, CheckIndexOption::IndexIsValid | CheckIndexOption::ParentIsInvalid))
         return {};
     return d->causes.at(index.row());
 }

@@ -22,7 +22,8 @@ public:
     {
         // Until then the group does not know it any more.
         QObject::connect(server, &QObject::destroyed, q, [this] { reset(); });
-        QObject::connect(server, &Server::facilitiesUpdated, q, [this](unsigned long long uid) { updateRow(uid); });
+        QObject::connect(server, &Server::facilitiesUpdated, q,
+                         [this](unsigned long long uid) { updateRow(uid); });
     }
 
     void reset()
@@ -41,9 +42,10 @@ public:
         const bool isKnown = std::find(servers.begin(), servers.end(), server) != servers.end();
         if (!group || server->group() != group || isKnown)
             return;
-        const auto place = std::find_if(servers.begin(), servers.end(), [server](const QPointer<Server> &other) {
-            return other && other->id() > server->id();
-        });
+        const auto place =
+            std::find_if(servers.begin(), servers.end(), [server](const QPointer<Server> &other) {
+                return other && other->id() > server->id();
+            });
         const int row = static_cast<int>(place - servers.begin());
         q->beginInsertRows({}, row, row);
         servers.emplace(place, server);
@@ -67,8 +69,7 @@ public:
 };
 
 ServerListModel::ServerListModel(ServerGroup *group, QObject *parent)
-    : QAbstractListModel(parent)
-    , d(std::make_unique<ServerListModelPrivate>(this, group))
+    : QAbstractListModel(parent), d(std::make_unique<ServerListModelPrivate>(this, group))
 {
     d->reset();
     for (const QPointer<Server> &server : d->servers)
@@ -96,9 +97,12 @@ QVariant ServerListModel::data(const QModelIndex &index, int role) const
     if (!server)
         return {};
     switch (role) {
-    case Qt::DisplayRole: return server->name();
-    case UidRole: return server->uniqueId();
-    default: return {};
+    case Qt::DisplayRole:
+        return server->name();
+    case UidRole:
+        return server->uniqueId();
+    default:
+        return {};
     }
 }
 

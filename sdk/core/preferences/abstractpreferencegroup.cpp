@@ -74,8 +74,9 @@ void AbstractPreferenceGroup::load()
 {
     const QSettings settings(settingsFilePath(d->name), QSettings::IniFormat);
     for (const QSharedPointer<PreferenceItem> &item : std::as_const(d->items)) {
-        item->setValue(settings.contains(item->name()) ? valueOfType(settings.value(item->name()), item->defaultValue())
-                                                       : item->defaultValue());
+        item->setValue(settings.contains(item->name())
+                           ? valueOfType(settings.value(item->name()), item->defaultValue())
+                           : item->defaultValue());
     }
 }
 

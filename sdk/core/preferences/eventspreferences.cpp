@@ -6,8 +6,7 @@ namespace orrin {
 const QString EventsPreferences::NAME = QStringLiteral("Events");
 const QString EventsPreferences::MAXIMUM_ROWS = QStringLiteral("maximumRows");
 
-EventsPreferences::EventsPreferences()
-    : AbstractPreferenceGroup(NAME)
+EventsPreferences::EventsPreferences() : AbstractPreferenceGroup(NAME)
 {
     addItem(MAXIMUM_ROWS, 500);
     load();

@@ -13,10 +13,7 @@ public:
     QHash<QString, QSharedPointer<PreferenceGroupInterface>> newest;
 };
 
-Preferences::Preferences()
-    : d(std::make_unique<PreferencesPrivate>())
-{
-}
+Preferences::Preferences() : d(std::make_unique<PreferencesPrivate>()) {}
 
 Preferences::~Preferences() = default;
 

@@ -34,8 +34,9 @@ void PublicKeyChecker::setDerKey(const QString &targetAndPort, const QByteArray 
 QByteArray PublicKeyChecker::derKey(const QString &targetAndPort)
 {
     const QSettings settings(keysFile(), QSettings::IniFormat);
-    const auto decoded = QByteArray::fromBase64Encoding(settings.value(entryFor(targetAndPort)).toString().toLatin1(),
-                                                        QByteArray::AbortOnBase64DecodingErrors);
+    const auto decoded =
+        QByteArray::fromBase64Encoding(settings.value(entryFor(targetAndPort)).toString().toLatin1(),
+                                       QByteArray::AbortOnBase64DecodingErrors);
     return decoded ? *decoded : QByteArray();
 }
 

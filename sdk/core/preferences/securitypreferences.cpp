@@ -6,8 +6,7 @@ namespace orrin {
 const QString SecurityPreferences::NAME = QStringLiteral("Security");
 const QString SecurityPreferences::PUBLIC_KEY_CHECK = QStringLiteral("publicKeyCheck");
 
-SecurityPreferences::SecurityPreferences()
-    : AbstractPreferenceGroup(NAME)
+SecurityPreferences::SecurityPreferences() : AbstractPreferenceGroup(NAME)
 {
     addItem(PUBLIC_KEY_CHECK, true);
     load();

@@ -18,7 +18,8 @@ QString settingsFilePath(const QString &part)
         organisation = QCoreApplication::organizationName();
     if (application.isEmpty())
         application = QCoreApplication::applicationName();
-    const QSettings applicationSettings(QSettings::IniFormat, QSettings::UserScope, organisation, application);
+    const QSettings applicationSettings(QSettings::IniFormat, QSettings::UserScope, organisation,
+                                        application);
     const QFileInfo file(applicationSettings.fileName());
     QString name = part.toLower();
     name.replace(u'/', u'-');

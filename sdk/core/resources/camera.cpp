@@ -5,10 +5,7 @@
 
 namespace orrin {
 
-Camera::Camera(std::unique_ptr<ChannelPrivate> d, QObject *parent)
-    : Channel(std::move(d), parent)
-{
-}
+Camera::Camera(std::unique_ptr<ChannelPrivate> d, QObject *parent) : Channel(std::move(d), parent) {}
 
 Camera::~Camera() = default;
 

@@ -38,11 +38,7 @@ bool ChannelPrivate::isSameChannel(const ChannelDescription &other) const
     return description.kind == other.kind && description.sortId == other.sortId;
 }
 
-Channel::Channel(std::unique_ptr<ChannelPrivate> d, QObject *parent)
-    : QObject(parent)
-    , d(std::move(d))
-{
-}
+Channel::Channel(std::unique_ptr<ChannelPrivate> d, QObject *parent) : QObject(parent), d(std::move(d)) {}
 
 Channel::~Channel() = default;
 

@@ -10,10 +10,7 @@
 
 namespace orrin {
 
-CurrentUser::CurrentUser(std::unique_ptr<CurrentUserPrivate> d)
-    : d(std::move(d))
-{
-}
+CurrentUser::CurrentUser(std::unique_ptr<CurrentUserPrivate> d) : d(std::move(d)) {}
 
 CurrentUser::~CurrentUser() = default;
 

@@ -102,8 +102,9 @@ void ServerPrivate::sortChannels()
     std::stable_sort(sorted[Server::SortBySortId].begin(), sorted[Server::SortBySortId].end(),
                      [](const auto &a, const auto &b) { return a->sortId() < b->sortId(); });
     sorted[Server::SortByName] = byId;
-    std::stable_sort(sorted[Server::SortByName].begin(), sorted[Server::SortByName].end(),
-                     [](const auto &a, const auto &b) { return QString::localeAwareCompare(a->name(), b->name()) < 0; });
+    std::stable_sort(
+        sorted[Server::SortByName].begin(), sorted[Server::SortByName].end(),
+        [](const auto &a, const auto &b) { return QString::localeAwareCompare(a->name(), b->name()) < 0; });
 }
 
 void ServerPrivate::retire()
@@ -116,11 +117,7 @@ void ServerPrivate::retire()
         channel->d_func()->valid = false;
 }
 
-Server::Server(std::unique_ptr<ServerPrivate> d, QObject *parent)
-    : QObject(parent)
-    , d(std::move(d))
-{
-}
+Server::Server(std::unique_ptr<ServerPrivate> d, QObject *parent) : QObject(parent), d(std::move(d)) {}
 
 Server::~Server() = default;
 

@@ -24,12 +24,13 @@ class CurrentUser;
 class Server;
 class ServerGroup;
 
-/*! What a Server holds. Channels are children of the server and keep their objects by id while their kind and sort id stay. */
+/*! What a Server holds. Channels are children of the server and keep their objects by id while their kind and
+ * sort id stay. */
 class ORRINSDK_CORE_EXPORT ServerPrivate
 {
 public:
-    /*! Takes over \a site, which describes this very server; true when anything that a user of the server can see changed.
-        The caller emits the signals. */
+    /*! Takes over \a site, which describes this very server; true when anything that a user of the server can
+        see changed. The caller emits the signals. */
     bool apply(Server *q, const SiteDescription &site);
 
     /*! The server leaves: its channels become invalid, and there is no session and no user any more. */

@@ -19,8 +19,7 @@ int ServerGroupPrivate::freeServerId(int wanted) const
 }
 
 ServerGroup::ServerGroup(std::unique_ptr<ServerGroupPrivate> d, QObject *parent)
-    : QObject(parent)
-    , d(std::move(d))
+    : QObject(parent), d(std::move(d))
 {
 }
 

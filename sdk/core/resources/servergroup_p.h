@@ -15,7 +15,8 @@ class Server;
 class ORRINSDK_CORE_EXPORT ServerGroupPrivate
 {
 public:
-    /*! The id for a new server that would like \a wanted: that one, or the lowest free one when it is taken or below 1. */
+    /*! The id for a new server that would like \a wanted: that one, or the lowest free one when it is taken
+     * or below 1. */
     int freeServerId(int wanted) const;
 
     int id = 0;

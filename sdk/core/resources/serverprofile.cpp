@@ -18,8 +18,7 @@ unsigned long long leadingNumber(const QString &text)
 
 } // namespace
 
-ServerProfile::ServerProfile(const QString &version)
-    : m_version(version)
+ServerProfile::ServerProfile(const QString &version) : m_version(version)
 {
     const QStringList parts = version.trimmed().split(u'.');
     m_major = leadingNumber(parts.value(0));

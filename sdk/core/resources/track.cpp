@@ -5,11 +5,7 @@
 
 namespace orrin {
 
-Track::Track(std::unique_ptr<TrackPrivate> d, QObject *parent)
-    : QObject(parent)
-    , d(std::move(d))
-{
-}
+Track::Track(std::unique_ptr<TrackPrivate> d, QObject *parent) : QObject(parent), d(std::move(d)) {}
 
 Track::~Track() = default;
 

@@ -4,13 +4,12 @@
 namespace orrin {
 
 UserConfigHelper::UserConfigHelper(std::variant<UserId, UserLId> user, const QSet<ChannelUID> &notPermitted)
-    : m_user(user)
-    , m_notPermitted(notPermitted)
+    : m_user(user), m_notPermitted(notPermitted)
 {
 }
 
-std::pair<UserConfigError, bool> UserConfigHelper::isNotPermittedCameraForUser(std::variant<UserId, UserLId> user,
-                                                                              ChannelUID channel) const
+std::pair<UserConfigError, bool>
+UserConfigHelper::isNotPermittedCameraForUser(std::variant<UserId, UserLId> user, ChannelUID channel) const
 {
     if (user != m_user)
         return {UserConfigError::UnknownUser, false};

@@ -3,10 +3,7 @@
 
 namespace orrin {
 
-Session::Session(QObject *parent)
-    : QObject(parent)
-{
-}
+Session::Session(QObject *parent) : QObject(parent) {}
 
 Session::~Session() = default;
 

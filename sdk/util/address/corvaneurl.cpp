@@ -17,8 +17,8 @@ bool isIpv6Text(QStringView text)
     if (address.count(u':') < 2)
         return false;
     return std::all_of(address.begin(), address.end(), [](QChar c) {
-        return (c >= u'0' && c <= u'9') || (c >= u'a' && c <= u'f') || (c >= u'A' && c <= u'F') || c == u':'
-            || c == u'.';
+        return (c >= u'0' && c <= u'9') || (c >= u'a' && c <= u'f') || (c >= u'A' && c <= u'F') ||
+               c == u':' || c == u'.';
     });
 }
 
@@ -36,24 +36,23 @@ bool canBeHost(QStringView text)
         return false;
     static constexpr QStringView Forbidden = u"/\\@?#[]<>\"'|^`{},;&=+*()!$";
     return std::none_of(text.begin(), text.end(), [](QChar c) {
-        return c.isSpace() || c.category() == QChar::Other_Control || c.category() == QChar::Other_Format
-            || Forbidden.contains(c);
+        return c.isSpace() || c.category() == QChar::Other_Control || c.category() == QChar::Other_Format ||
+               Forbidden.contains(c);
     });
 }
 
 int portFromText(QStringView text, int defaultPort)
 {
     // QStringView::toInt() takes signs and blanks too, which no port has.
-    const bool digits = !text.isEmpty() && text.size() <= 5
-        && std::all_of(text.begin(), text.end(), [](QChar c) { return c >= u'0' && c <= u'9'; });
+    const bool digits = !text.isEmpty() && text.size() <= 5 &&
+                        std::all_of(text.begin(), text.end(), [](QChar c) { return c >= u'0' && c <= u'9'; });
     const int port = digits ? text.toInt() : 0;
     return port >= 1 && port <= 65535 ? port : defaultPort;
 }
 
 } // namespace
 
-CorvaneUrl::CorvaneUrl(const QString &hostAndPort, int defaultPort)
-    : m_port(defaultPort)
+CorvaneUrl::CorvaneUrl(const QString &hostAndPort, int defaultPort) : m_port(defaultPort)
 {
     const QStringView text = QStringView(hostAndPort).trimmed();
     QStringView host = text;

@@ -10,7 +10,8 @@ namespace {
 
 bool isUsable(const QSizeF &size)
 {
-    return std::isfinite(size.width()) && std::isfinite(size.height()) && size.width() > 0.0 && size.height() > 0.0;
+    return std::isfinite(size.width()) && std::isfinite(size.height()) && size.width() > 0.0 &&
+           size.height() > 0.0;
 }
 
 } // namespace
@@ -69,7 +70,8 @@ QRectF DisplayGeometry::zoomRect() const
     if (!isDefined())
         return {};
     const QSizeF size = fittedSize() * m_zoom;
-    const QPointF centre(m_container.width() * (0.5 + m_offset.x()), m_container.height() * (0.5 + m_offset.y()));
+    const QPointF centre(m_container.width() * (0.5 + m_offset.x()),
+                         m_container.height() * (0.5 + m_offset.y()));
     return QRectF(centre - QPointF(size.width() / 2.0, size.height() / 2.0), size);
 }
 

@@ -6,8 +6,7 @@
 namespace orrin::olog {
 
 FileLogDevice::FileLogDevice(const QString &path, const QString &fileName, long long maximumBytes)
-    : m_filePath(QDir(path).filePath(fileName))
-    , m_maximumBytes(maximumBytes)
+    : m_filePath(QDir(path).filePath(fileName)), m_maximumBytes(maximumBytes)
 {
     m_open = QDir().mkpath(path) && openFile();
     if (m_open)
@@ -33,9 +32,8 @@ void FileLogDevice::write(const LogItem &item)
     if (!m_open)
         return;
     // After stop() the thread still writes the rest of the queue, which comes first.
-    m_written.wait(lock, [this] {
-        return m_stopped ? !m_writing && m_queue.isEmpty() : m_queue.size() < QueueLimit;
-    });
+    m_written.wait(
+        lock, [this] { return m_stopped ? !m_writing && m_queue.isEmpty() : m_queue.size() < QueueLimit; });
     if (m_stopped) {
         writeLines({line});
         return;

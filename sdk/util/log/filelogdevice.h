@@ -16,11 +16,13 @@
 
 namespace orrin::olog {
 
-/*! Writes log lines into a file, which is closed at a size limit and kept as one predecessor with ".1" behind its name.
+/*! Writes log lines into a file, which is closed at a size limit and kept as one predecessor with ".1" behind
+    its name.
 
-    Threads: write() may be called from any thread and only appends to a queue; one thread of the device's own writes the
-    queue out. The queue is bounded: with the disk too slow for it, write() waits, so that no line is lost. stop() and the
-    destructor return when everything is written. Owned by the LogManager's list of devices. */
+    Threads: write() may be called from any thread and only appends to a queue; one thread of the device's own
+    writes the queue out. The queue is bounded: with the disk too slow for it, write() waits, so that no line
+    is lost. stop() and the destructor return when everything is written. Owned by the LogManager's list of
+    devices. */
 class ORRINSDK_UTIL_EXPORT FileLogDevice : public LogDevice
 {
 public:

@@ -58,8 +58,8 @@ QString logDir()
     const QString base = QStandardPaths::writableLocation(QStandardPaths::GenericStateLocation);
     if (base.isEmpty())
         return {};
-    const QString path =
-        QDir::cleanPath(base + u'/' + asFolder(organisation) + u'/' + asFolder(application) + QLatin1StringView("/log"));
+    const QString path = QDir::cleanPath(base + u'/' + asFolder(organisation) + u'/' + asFolder(application) +
+                                         QLatin1StringView("/log"));
     return QDir().mkpath(path) ? path : QString();
 }
 

@@ -8,14 +8,22 @@ namespace {
 QByteArray levelName(LogLevel level)
 {
     switch (level) {
-    case LL_Trace: return QByteArrayLiteral("TRACE");
-    case LL_Debug: return QByteArrayLiteral("DEBUG");
-    case LL_Info: return QByteArrayLiteral("INFO");
-    case LL_Warning: return QByteArrayLiteral("WARNING");
-    case LL_Error: return QByteArrayLiteral("ERROR");
-    case LL_Timing: return QByteArrayLiteral("TIMING");
-    case LL_Startup: return QByteArrayLiteral("STARTUP");
-    case LL_Graphics: return QByteArrayLiteral("GRAPHICS");
+    case LL_Trace:
+        return QByteArrayLiteral("TRACE");
+    case LL_Debug:
+        return QByteArrayLiteral("DEBUG");
+    case LL_Info:
+        return QByteArrayLiteral("INFO");
+    case LL_Warning:
+        return QByteArrayLiteral("WARNING");
+    case LL_Error:
+        return QByteArrayLiteral("ERROR");
+    case LL_Timing:
+        return QByteArrayLiteral("TIMING");
+    case LL_Startup:
+        return QByteArrayLiteral("STARTUP");
+    case LL_Graphics:
+        return QByteArrayLiteral("GRAPHICS");
     }
     return QByteArray::number(static_cast<unsigned>(level));
 }
@@ -23,7 +31,8 @@ QByteArray levelName(LogLevel level)
 } // namespace
 
 LogItem::LogItem(LogLevel level, Module module, unsigned subModules, const char *moduleName, const char *file,
-                 const char *function, const void *object, const QByteArray &objectName, const QByteArray &message)
+                 const char *function, const void *object, const QByteArray &objectName,
+                 const QByteArray &message)
     : m_level(level)
     , m_module(module)
     , m_subModules(subModules)
@@ -39,7 +48,8 @@ LogItem::LogItem(LogLevel level, Module module, unsigned subModules, const char 
 
 QByteArray LogItem::toLine() const
 {
-    QByteArray line = m_time.toString(Qt::ISODateWithMs).toLatin1() + ' ' + levelName(m_level) + ' ' + m_moduleName;
+    QByteArray line =
+        m_time.toString(Qt::ISODateWithMs).toLatin1() + ' ' + levelName(m_level) + ' ' + m_moduleName;
     if (*m_function)
         line += QByteArrayLiteral(" [") + m_function + ']';
     if (m_object)

@@ -6,7 +6,7 @@
 
 namespace orrin::olog {
 
-std::atomic<bool> LG_trace_enabled {false};
+std::atomic<bool> LG_trace_enabled{false};
 
 namespace {
 
@@ -22,7 +22,8 @@ LogManagerPrivate *data = nullptr;
 
 LogManager *LogManager::instance()
 {
-    // Never deleted: whatever logs while the process ends still finds it. The file is written out by the exit handler.
+    // Never deleted: whatever logs while the process ends still finds it. The file is written out by the exit
+    // handler.
     static LogManager *manager = [] {
         auto *made = new LogManager;
         data = made->d.get();
@@ -32,10 +33,7 @@ LogManager *LogManager::instance()
     return manager;
 }
 
-LogManager::LogManager()
-    : d(std::make_unique<LogManagerPrivate>())
-{
-}
+LogManager::LogManager() : d(std::make_unique<LogManagerPrivate>()) {}
 
 LogManager::~LogManager() = default;
 

@@ -21,10 +21,7 @@ public:
     std::size_t size = 100;
 };
 
-MessageLog::MessageLog()
-    : d(std::make_unique<MessageLogPrivate>())
-{
-}
+MessageLog::MessageLog() : d(std::make_unique<MessageLogPrivate>()) {}
 
 MessageLog::~MessageLog() = default;
 

@@ -3,10 +3,16 @@
 
 namespace orrin {
 
-QSharedPointer<AbstractStreamProcessor> FakeStreamProvider::createStreamProcessor(unsigned serverGroupId, unsigned serverId,
-                                                                                  unsigned channelId, int syncContextId)
+QSharedPointer<AbstractStreamProcessor> FakeStreamProvider::createStreamProcessor(unsigned serverGroupId,
+                                                                                  unsigned serverId,
+                                                                                  unsigned channelId,
+                                                                                  int syncContextId)
 {
-    calls.append(QStringLiteral("create %1 %2 %3 %4").arg(serverGroupId).arg(serverId).arg(channelId).arg(syncContextId));
+    calls.append(QStringLiteral("create %1 %2 %3 %4")
+                     .arg(serverGroupId)
+                     .arg(serverId)
+                     .arg(channelId)
+                     .arg(syncContextId));
     if (refuses)
         return {};
     auto *processor = new FakeStreamProcessor(++count);
@@ -19,16 +25,21 @@ QSharedPointer<AbstractStreamProcessor> FakeStreamProvider::createStreamProcesso
     return strong;
 }
 
-QPointer<AbstractStreamProcessor> FakeStreamProvider::getStreamProcessor(unsigned, unsigned, unsigned, RequestId streamId)
+QPointer<AbstractStreamProcessor> FakeStreamProvider::getStreamProcessor(unsigned, unsigned, unsigned,
+                                                                         RequestId streamId)
 {
     return last && last->requestId() == streamId ? last.data() : nullptr;
 }
 
-void FakeStreamProvider::removeStreamProcessorIfNoReference(unsigned serverGroupId, unsigned serverId, unsigned channelId,
-                                                            RequestId streamId)
+void FakeStreamProvider::removeStreamProcessorIfNoReference(unsigned serverGroupId, unsigned serverId,
+                                                            unsigned channelId, RequestId streamId)
 {
-    calls.append(QStringLiteral("remove %1 %2 %3 %4%5").arg(serverGroupId).arg(serverId).arg(channelId)
-                     .arg(streamId.value).arg(last ? QStringLiteral(" alive") : QString()));
+    calls.append(QStringLiteral("remove %1 %2 %3 %4%5")
+                     .arg(serverGroupId)
+                     .arg(serverId)
+                     .arg(channelId)
+                     .arg(streamId.value)
+                     .arg(last ? QStringLiteral(" alive") : QString()));
 }
 
 } // namespace orrin

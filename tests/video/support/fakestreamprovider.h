@@ -14,14 +14,15 @@ class FakeStreamProvider : public QmlAbstractStreamProvider
 {
 public:
     QSharedPointer<AbstractStreamProcessor> createStreamProcessor(unsigned serverGroupId, unsigned serverId,
-                                                                  unsigned channelId, int syncContextId) override;
-    QPointer<AbstractStreamProcessor> getStreamProcessor(unsigned serverGroupId, unsigned serverId, unsigned channelId,
-                                                         RequestId streamId) override;
+                                                                  unsigned channelId,
+                                                                  int syncContextId) override;
+    QPointer<AbstractStreamProcessor> getStreamProcessor(unsigned serverGroupId, unsigned serverId,
+                                                         unsigned channelId, RequestId streamId) override;
     void removeStreamProcessorIfNoReference(unsigned serverGroupId, unsigned serverId, unsigned channelId,
                                             RequestId streamId) override;
 
     QStringList calls;
-    bool refuses = false; //!< gives no processor
+    bool refuses = false;                               //!< gives no processor
     std::function<void(FakeStreamProcessor &)> prepare; //!< sees each processor before it is handed out
     QPointer<FakeStreamProcessor> last;
     QWeakPointer<AbstractStreamProcessor> lastStrong; //!< to become another owner of it

@@ -30,8 +30,8 @@ struct PlaneMemory
 
 } // namespace
 
-VideoFrame makeFrame(QSize size, const std::function<Yuv(int, int)> &colour, const Image &header, std::uint64_t id,
-                     std::uint16_t streamId)
+VideoFrame makeFrame(QSize size, const std::function<Yuv(int, int)> &colour, const Image &header,
+                     std::uint64_t id, std::uint16_t streamId)
 {
     const auto memory = std::make_shared<PlaneMemory>(size);
     const auto strideY = std::size_t(strideOf(size.width()));
@@ -47,12 +47,13 @@ VideoFrame makeFrame(QSize size, const std::function<Yuv(int, int)> &colour, con
             memory->v[std::size_t(y) * strideUV + std::size_t(x)] = value.v;
         }
     }
-    Image image = Image::fromPlanes(size.width(), size.height(),
-                                    {memory->y.data(), memory->u.data(), memory->v.data(), int(strideY), int(strideUV)},
-                                    memory);
+    Image image = Image::fromPlanes(
+        size.width(), size.height(),
+        {memory->y.data(), memory->u.data(), memory->v.data(), int(strideY), int(strideUV)}, memory);
     image.setTime(header.time());
     image.setTimeZone(header.frameQTimeZone());
-    image.setExtension(ImageHeaderExtension::PrivacyMask, header.extension(ImageHeaderExtension::PrivacyMask));
+    image.setExtension(ImageHeaderExtension::PrivacyMask,
+                       header.extension(ImageHeaderExtension::PrivacyMask));
     return VideoFrame(image, id, streamId);
 }
 

@@ -30,7 +30,7 @@ public:
             Q_EMIT opened();
         });
     }
-    void close() override { }
+    void close() override {}
     void requestMediaEndpoint(int, StreamQuality, QObject *context, MediaEndpointCallback callback) override
     {
         QTimer::singleShot(0, context, [callback] { callback(PlaybackError(PlaybackError::NotFound)); });
@@ -46,7 +46,8 @@ class OpenConnector : public Connector
 public:
     explicit OpenConnector(const SiteDescription &site) : m_site(site) {}
 
-    std::unique_ptr<Session> createSession(const CorvaneUrl &, const SharedCredentials &, bool, unsigned) override
+    std::unique_ptr<Session> createSession(const CorvaneUrl &, const SharedCredentials &, bool,
+                                           unsigned) override
     {
         return std::make_unique<OpenSession>(m_site);
     }
@@ -78,7 +79,8 @@ SiteDescription describe(const QSet<int> &permissions)
 TestSite::TestSite(const QSet<int> &permissions)
 {
     QStandardPaths::setTestModeEnabled(true);
-    OrrinSDK::initInstance(QStringLiteral("Orrinworks"), QStringLiteral("test"), nullptr, QStringLiteral("test.log"));
+    OrrinSDK::initInstance(QStringLiteral("Orrinworks"), QStringLiteral("test"), nullptr,
+                           QStringLiteral("test.log"));
     ConnectionManager *manager = OrrinSDK::instance()->connectionManager();
     manager->d_func()->setConnector(std::make_unique<OpenConnector>(describe(permissions)));
     QSignalSpy connected(manager, &ConnectionManager::serverConnected);

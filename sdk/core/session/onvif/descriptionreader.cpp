@@ -10,14 +10,12 @@ namespace orrin {
 
 namespace {
 
-constexpr std::chrono::milliseconds ReadTimeout {8000};
+constexpr std::chrono::milliseconds ReadTimeout{8000};
 
 } // namespace
 
 DescriptionReader::DescriptionReader(DeviceLink *link, Callback callback, QObject *parent)
-    : QObject(parent)
-    , m_link(link)
-    , m_callback(std::move(callback))
+    : QObject(parent), m_link(link), m_callback(std::move(callback))
 {
     m_parts.information = link->information;
     m_parts.clockZone = link->clockZone;
@@ -57,7 +55,8 @@ void DescriptionReader::readUsers()
                       [this, guard](const SoapAnswer &answer) {
                           if (!guard)
                               return;
-                          // Only administrators may read the list, so who may and is not on it is one all the same.
+                          // Only administrators may read the list, so who may and is not on it is one all the
+                          // same.
                           if (answer.isAnswer()) {
                               m_parts.level = deviceservice::readUserLevel(answer.body, m_parts.user)
                                                   .value_or(UserLevel::Administrator);
@@ -77,8 +76,9 @@ void DescriptionReader::readProfiles()
         finish();
         return;
     }
-    SoapClient::Request request {m_link->serviceUrl(path), newer ? onvif::Media2Namespace : onvif::MediaNamespace,
-                                 QStringLiteral("GetProfiles")};
+    SoapClient::Request request{m_link->serviceUrl(path),
+                                newer ? onvif::Media2Namespace : onvif::MediaNamespace,
+                                QStringLiteral("GetProfiles")};
     if (newer) {
         request.arguments.append(
             SoapClient::argument(QStringLiteral("Type"), QStringLiteral("All"), onvif::Media2Namespace));
@@ -112,15 +112,16 @@ void DescriptionReader::onProfiles(const SoapAnswer &answer, bool newer)
 void DescriptionReader::readMasks()
 {
     const QPointer<DescriptionReader> guard(this);
-    m_link->soap.call({m_link->serviceUrl(m_link->services.media2), onvif::Media2Namespace, QStringLiteral("GetMasks")},
-                      [this, guard](const SoapAnswer &answer) {
-                          if (!guard)
-                              return;
-                          // Masks are an optional part of the service.
-                          if (answer.isAnswer())
-                              m_parts.masks = mediaservice::readMasks(answer.body);
-                          finish();
-                      });
+    m_link->soap.call(
+        {m_link->serviceUrl(m_link->services.media2), onvif::Media2Namespace, QStringLiteral("GetMasks")},
+        [this, guard](const SoapAnswer &answer) {
+            if (!guard)
+                return;
+            // Masks are an optional part of the service.
+            if (answer.isAnswer())
+                m_parts.masks = mediaservice::readMasks(answer.body);
+            finish();
+        });
 }
 
 void DescriptionReader::finish()

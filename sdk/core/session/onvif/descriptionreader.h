@@ -14,7 +14,8 @@ namespace orrin {
 class DeviceLink;
 class SoapAnswer;
 
-/*! Reads what a device has, after a login and after each change: site and rights, profiles, masks. The result goes into the link. Main thread.
+/*! Reads what a device has, after a login and after each change: site and rights, profiles, masks. The result
+    goes into the link. Main thread.
 
     One reader, one use. The callback comes by the event loop, once, unless the reader is deleted before. */
 class DescriptionReader : public QObject

@@ -9,16 +9,17 @@ namespace orrin {
 
 void DeviceLinkDeleter::operator()(DeviceLink *link) const
 {
+    if (!QCoreApplication::instance()) {
+        delete link;
+        return;
+    }
     link->setParent(QCoreApplication::instance());
     link->deleteLater();
 }
 
 DeviceLink::DeviceLink(const CorvaneUrl &url, const SharedCredentials &credentials, const QByteArray &derKey,
                        const QString &address)
-    : url(url)
-    , credentials(credentials)
-    , address(address)
-    , soap(&trust, credentials)
+    : url(url), credentials(credentials), address(address), soap(&trust, credentials)
 {
     trust.setKey(derKey);
 }
@@ -40,22 +41,24 @@ QUrl DeviceLink::deviceServiceUrl() const
     return serviceUrl(QStringLiteral("/onvif/device_service"));
 }
 
-SoapClient::Request DeviceLink::streamUriRequest(const QString &profile, std::chrono::milliseconds timeout) const
+SoapClient::Request DeviceLink::streamUriRequest(const QString &profile,
+                                                 std::chrono::milliseconds timeout) const
 {
     const bool newer = !services.media2.isEmpty();
     const QString &uri = newer ? onvif::Media2Namespace : onvif::MediaNamespace;
-    SoapClient::Request request {serviceUrl(newer ? services.media2 : services.media), uri,
-                                 QStringLiteral("GetStreamUri")};
+    SoapClient::Request request{serviceUrl(newer ? services.media2 : services.media), uri,
+                                QStringLiteral("GetStreamUri")};
     request.timeout = timeout;
     if (newer) {
-        request.arguments.append(SoapClient::argument(QStringLiteral("Protocol"), QStringLiteral("RTSP"), uri));
+        request.arguments.append(
+            SoapClient::argument(QStringLiteral("Protocol"), QStringLiteral("RTSP"), uri));
     } else {
         KDSoapValueList transport;
         transport.append(
             SoapClient::argument(QStringLiteral("Protocol"), QStringLiteral("RTSP"), onvif::SchemaNamespace));
         KDSoapValueList setup;
-        setup.append(
-            SoapClient::argument(QStringLiteral("Stream"), QStringLiteral("RTP-Unicast"), onvif::SchemaNamespace));
+        setup.append(SoapClient::argument(QStringLiteral("Stream"), QStringLiteral("RTP-Unicast"),
+                                          onvif::SchemaNamespace));
         setup.append(SoapClient::argument(QStringLiteral("Transport"), transport, onvif::SchemaNamespace));
         request.arguments.append(SoapClient::argument(QStringLiteral("StreamSetup"), setup, uri));
     }
@@ -74,9 +77,9 @@ void DeviceLink::setServices(const deviceservice::Services &found)
 
 void DeviceLink::end(DeviceLinkPtr link)
 {
-    if (!link || !link->site || link->sessionId.isEmpty())
+    if (!link || !link->site || link->sessionId.isEmpty() || !QCoreApplication::instance())
         return;
-    constexpr std::chrono::milliseconds Patience {2000};
+    constexpr std::chrono::milliseconds Patience{2000};
     const QString path =
         QStringLiteral("session/") + QString::fromLatin1(QUrl::toPercentEncoding(link->sessionId));
     DeviceLink *ending = link.release();

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "core/session/onvif/devicetrust.h"
 #include "core/session/onvif/deviceservice.h"
+#include "core/session/onvif/devicetrust.h"
 #include "core/session/onvif/siteassembler.h"
 #include "core/session/onvif/siteextensionclient.h"
 #include "core/session/onvif/soapclient.h"
@@ -25,14 +25,15 @@ struct DeviceLinkDeleter
 };
 using DeviceLinkPtr = std::unique_ptr<DeviceLink, DeviceLinkDeleter>;
 
-/*! All that belongs to one standing login at one device: its address, its trust, its clients, and what was read. Made by the
-    LoginSequence, then the session's; a new one is made for each reconnect. Main thread. */
+/*! All that belongs to one standing login at one device: its address, its trust, its clients, and what was
+    read. Made by the LoginSequence, then the session's; a new one is made for each reconnect. Main thread. */
 class DeviceLink : public QObject
 {
     Q_OBJECT
 public:
     /*! \a derKey empty: without TLS. */
-    DeviceLink(const CorvaneUrl &url, const SharedCredentials &credentials, const QByteArray &derKey, const QString &address);
+    DeviceLink(const CorvaneUrl &url, const SharedCredentials &credentials, const QByteArray &derKey,
+               const QString &address);
     ~DeviceLink() override;
 
     /*! The address of a service at this host and port. */
@@ -45,7 +46,8 @@ public:
     void setServices(const deviceservice::Services &found);
     bool hasExtension() const { return site != nullptr; }
 
-    /*! Tells a server with the site extension that the session ends, and deletes the link once that is done, two seconds later at most. */
+    /*! Tells a server with the site extension that the session ends, and deletes the link once that is done,
+     * two seconds later at most. */
     static void end(DeviceLinkPtr link);
 
     const CorvaneUrl url;

@@ -30,8 +30,9 @@ struct Information
     QString hardwareId;
 };
 
-/*! Paths of the services; empty where the device has none. Only the path of an address is kept: devices name addresses of their own
-    network there, and a session stays with the host, the port and the key that it began with. */
+/*! Paths of the services; empty where the device has none. Only the path of an address is kept: devices name
+    addresses of their own network there, and a session stays with the host, the port and the key that it began
+    with. */
 struct Services
 {
     QString media;
@@ -50,8 +51,8 @@ ORRINSDK_CORE_EXPORT Services readCapabilities(const XmlElement &answer);
 /*! Answer of GetUsers: the level of \a user, or nothing when the list does not name the user. */
 ORRINSDK_CORE_EXPORT std::optional<UserLevel> readUserLevel(const XmlElement &answer, const QString &user);
 
-/*! What identifies a device that gives itself no number: the first 64 bits of SHA-256 over its serial number and its hardware id,
-    or over \a fallback for a device that tells neither. Never 0. */
+/*! What identifies a device that gives itself no number: the first 64 bits of SHA-256 over its serial number
+    and its hardware id, or over \a fallback for a device that tells neither. Never 0. */
 ORRINSDK_CORE_EXPORT quint64 uidOf(const Information &information, const QString &fallback);
 
 } // namespace orrin::deviceservice

@@ -17,10 +17,7 @@ constexpr const char *KeyChangedProperty = "orrinKeyChanged";
 
 } // namespace
 
-DeviceTrust::DeviceTrust(QObject *parent)
-    : QObject(parent)
-{
-}
+DeviceTrust::DeviceTrust(QObject *parent) : QObject(parent) {}
 
 QSslConfiguration DeviceTrust::sslConfiguration() const
 {

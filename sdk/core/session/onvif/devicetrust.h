@@ -12,9 +12,11 @@ QT_END_NAMESPACE
 
 namespace orrin {
 
-/*! The public key that a device showed when the session began, and that each later connection of the session must show.
+/*! The public key that a device showed when the session began, and that each later connection of the session
+    must show.
 
-    Certificates of recorders are self-signed as a rule, so that who signed one says nothing; the key does. Main thread. */
+    Certificates of recorders are self-signed as a rule, so that who signed one says nothing; the key does.
+    Main thread. */
 class DeviceTrust : public QObject
 {
     Q_OBJECT
@@ -29,8 +31,8 @@ public:
     /*! The configuration for each HTTPS request of the session. */
     QSslConfiguration sslConfiguration() const;
 
-    /*! Makes \a manager end each connection on which another key is shown, before a byte of a request leaves, and follow no
-        redirect. hasChangedKey() tells such a reply. */
+    /*! Makes \a manager end each connection on which another key is shown, before a byte of a request leaves,
+        and follow no redirect. hasChangedKey() tells such a reply. */
     void guard(QNetworkAccessManager *manager);
 
     static bool hasChangedKey(const QNetworkReply *reply);

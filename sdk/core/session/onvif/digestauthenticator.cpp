@@ -21,8 +21,8 @@ struct Challenge
 
 bool isTokenCharacter(char c)
 {
-    return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z')
-        || QByteArrayView("!#$%&'*+-.^_`|~").contains(c);
+    return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') ||
+           QByteArrayView("!#$%&'*+-.^_`|~").contains(c);
 }
 
 /*! Cuts the value of a WWW-Authenticate header, which may hold several challenges, into its parts. */
@@ -112,9 +112,11 @@ bool DigestAuthenticator::setChallenge(const QList<QByteArray> &headers)
     for (const Challenge &challenge : challenges) {
         const QByteArray name = challenge.parameters.value("algorithm", "md5").toLower();
         const int rank = static_cast<int>(Names.indexOf(name));
-        const bool qopFits = !challenge.parameters.contains("qop")
-            || challenge.parameters.value("qop").toLower().replace(' ', "").split(',').contains("auth");
-        if (challenge.scheme != "digest" || challenge.parameters.value("nonce").isEmpty() || rank < 0 || !qopFits)
+        const bool qopFits =
+            !challenge.parameters.contains("qop") ||
+            challenge.parameters.value("qop").toLower().replace(' ', "").split(',').contains("auth");
+        if (challenge.scheme != "digest" || challenge.parameters.value("nonce").isEmpty() || rank < 0 ||
+            !qopFits)
             continue;
         if (rank > bestRank) {
             best = &challenge;
@@ -150,12 +152,13 @@ QByteArray DigestAuthenticator::authorization(const QByteArray &method, const QB
     if (m_algorithm == Algorithm::Md5Session || m_algorithm == Algorithm::Sha256Session)
         secret = hash(secret + ':' + m_nonce + ':' + clientNonce);
     const QByteArray request = hash(method + ':' + uri);
-    const QByteArray response = m_qopAuth
-        ? hash(secret + ':' + m_nonce + ':' + count + ':' + clientNonce + ":auth:" + request)
-        : hash(secret + ':' + m_nonce + ':' + request);
+    const QByteArray response =
+        m_qopAuth ? hash(secret + ':' + m_nonce + ':' + count + ':' + clientNonce + ":auth:" + request)
+                  : hash(secret + ':' + m_nonce + ':' + request);
 
-    QByteArray value = "Digest username=" + quoted(user) + ", realm=" + quoted(m_realm) + ", nonce=" + quoted(m_nonce)
-        + ", uri=" + quoted(uri) + ", response=\"" + response + '"';
+    QByteArray value = "Digest username=" + quoted(user) + ", realm=" + quoted(m_realm) +
+                       ", nonce=" + quoted(m_nonce) + ", uri=" + quoted(uri) + ", response=\"" + response +
+                       '"';
     if (!m_algorithmName.isEmpty())
         value += ", algorithm=" + m_algorithmName;
     if (!m_opaque.isEmpty())

@@ -12,12 +12,13 @@ namespace orrin {
 
 /*! HTTP digest access authentication (RFC 7616: MD5 and SHA-256, qop "auth" or none) for one service.
 
-    It answers digest challenges only. A challenge for anything weaker is left unanswered, so that no password leaves in the clear,
-    whatever a device or somebody in between asks for. Not thread-safe. */
+    It answers digest challenges only. A challenge for anything weaker is left unanswered, so that no password
+    leaves in the clear, whatever a device or somebody in between asks for. Not thread-safe. */
 class ORRINSDK_CORE_EXPORT DigestAuthenticator
 {
 public:
-    /*! Takes the best challenge of \a headers, the values of WWW-Authenticate; false, with nothing changed, when none is usable. */
+    /*! Takes the best challenge of \a headers, the values of WWW-Authenticate; false, with nothing changed,
+     * when none is usable. */
     bool setChallenge(const QList<QByteArray> &headers);
     bool hasChallenge() const { return !m_nonce.isEmpty(); }
     /*! The last challenge said that only the nonce is too old. */

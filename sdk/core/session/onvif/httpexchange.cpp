@@ -5,10 +5,9 @@
 
 namespace orrin {
 
-HttpExchange::HttpExchange(QNetworkReply *reply, std::chrono::milliseconds timeout, Callback callback, QObject *parent)
-    : QObject(parent)
-    , m_reply(reply)
-    , m_callback(std::move(callback))
+HttpExchange::HttpExchange(QNetworkReply *reply, std::chrono::milliseconds timeout, Callback callback,
+                           QObject *parent)
+    : QObject(parent), m_reply(reply), m_callback(std::move(callback))
 {
     reply->setReadBufferSize(MaximumBody + 1);
     connect(reply, &QIODevice::readyRead, this, &HttpExchange::onReadyRead);
@@ -70,16 +69,22 @@ TransportResult::Failure HttpExchange::failure() const
     if (m_timedOut)
         return Failure::TimedOut;
     switch (m_reply->error()) {
-    case QNetworkReply::NoError: return Failure::None;
-    case QNetworkReply::ConnectionRefusedError: return Failure::Refused;
+    case QNetworkReply::NoError:
+        return Failure::None;
+    case QNetworkReply::ConnectionRefusedError:
+        return Failure::Refused;
     case QNetworkReply::RemoteHostClosedError:
     case QNetworkReply::TemporaryNetworkFailureError:
-    case QNetworkReply::UnknownNetworkError: return Failure::Lost;
-    case QNetworkReply::TimeoutError: return Failure::TimedOut;
-    default: break;
+    case QNetworkReply::UnknownNetworkError:
+        return Failure::Lost;
+    case QNetworkReply::TimeoutError:
+        return Failure::TimedOut;
+    default:
+        break;
     }
     // A status that Qt takes for an error is an answer all the same.
-    return m_reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).isValid() ? Failure::None : Failure::Other;
+    return m_reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).isValid() ? Failure::None
+                                                                                  : Failure::Other;
 }
 
 } // namespace orrin

@@ -15,8 +15,9 @@ namespace orrin {
 
 /*! Watches one HTTP reply: bounds its size and its time, and tells what became of it. Main thread.
 
-    The reply stays whoever's it is, but must outlive the exchange or be told by its own end; the exchange deletes itself by the event loop
-    after it has called back, once. Deleting the exchange before that ends the reply without a call. */
+    The reply stays whoever's it is, but must outlive the exchange or be told by its own end; the exchange
+    deletes itself by the event loop after it has called back, once. Deleting the exchange before that ends the
+    reply without a call. */
 class HttpExchange : public QObject
 {
     Q_OBJECT

@@ -8,11 +8,9 @@
 
 namespace orrin {
 
-LoginSequence::LoginSequence(const Target &target, const OnvifTimings &timings, Callback callback, QObject *parent)
-    : QObject(parent)
-    , m_target(target)
-    , m_timings(timings)
-    , m_callback(std::move(callback))
+LoginSequence::LoginSequence(const Target &target, const OnvifTimings &timings, Callback callback,
+                             QObject *parent)
+    : QObject(parent), m_target(target), m_timings(timings), m_callback(std::move(callback))
 {
     m_probe.setHandshakeTime(timings.handshake);
     m_deadline.setSingleShot(true);
@@ -32,7 +30,7 @@ void LoginSequence::start()
     m_probe.start(m_target.url);
 }
 
-template<typename Answer>
+template <typename Answer>
 std::function<void(const Answer &)> LoginSequence::step(void (LoginSequence::*next)(const Answer &))
 {
     return [guard = QPointer<LoginSequence>(this), next](const Answer &answer) {
@@ -60,8 +58,8 @@ void LoginSequence::onProbed(TlsProbe::Outcome outcome)
 
 void LoginSequence::readClock()
 {
-    SoapClient::Request request {m_link->deviceServiceUrl(), onvif::DeviceNamespace,
-                                 QStringLiteral("GetSystemDateAndTime")};
+    SoapClient::Request request{m_link->deviceServiceUrl(), onvif::DeviceNamespace,
+                                QStringLiteral("GetSystemDateAndTime")};
     request.authenticated = false;
     m_link->soap.call(request, step(&LoginSequence::onClock));
 }
@@ -84,8 +82,9 @@ void LoginSequence::onClock(const SoapAnswer &answer)
 
 void LoginSequence::readInformation()
 {
-    m_link->soap.call({m_link->deviceServiceUrl(), onvif::DeviceNamespace, QStringLiteral("GetDeviceInformation")},
-                      step(&LoginSequence::onInformation));
+    m_link->soap.call(
+        {m_link->deviceServiceUrl(), onvif::DeviceNamespace, QStringLiteral("GetDeviceInformation")},
+        step(&LoginSequence::onInformation));
 }
 
 void LoginSequence::onInformation(const SoapAnswer &answer)
@@ -100,9 +99,10 @@ void LoginSequence::onInformation(const SoapAnswer &answer)
 
 void LoginSequence::readServices()
 {
-    SoapClient::Request request {m_link->deviceServiceUrl(), onvif::DeviceNamespace, QStringLiteral("GetServices")};
-    request.arguments.append(SoapClient::argument(QStringLiteral("IncludeCapability"), QStringLiteral("false"),
-                                                  onvif::DeviceNamespace));
+    SoapClient::Request request{m_link->deviceServiceUrl(), onvif::DeviceNamespace,
+                                QStringLiteral("GetServices")};
+    request.arguments.append(SoapClient::argument(QStringLiteral("IncludeCapability"),
+                                                  QStringLiteral("false"), onvif::DeviceNamespace));
     m_link->soap.call(request, step(&LoginSequence::onServices));
 }
 
@@ -123,7 +123,8 @@ void LoginSequence::onServices(const SoapAnswer &answer)
 
 void LoginSequence::readCapabilities()
 {
-    SoapClient::Request request {m_link->deviceServiceUrl(), onvif::DeviceNamespace, QStringLiteral("GetCapabilities")};
+    SoapClient::Request request{m_link->deviceServiceUrl(), onvif::DeviceNamespace,
+                                QStringLiteral("GetCapabilities")};
     request.arguments.append(
         SoapClient::argument(QStringLiteral("Category"), QStringLiteral("All"), onvif::DeviceNamespace));
     m_link->soap.call(request, step(&LoginSequence::onCapabilities));
@@ -160,21 +161,24 @@ void LoginSequence::onSession(const SiteAnswer &answer)
 
 void LoginSequence::readDescription()
 {
-    m_reader = std::make_unique<DescriptionReader>(m_link.get(), [this](const std::optional<LoginFailure> &failure) {
-        if (!m_callback)
-            return;
-        if (failure)
-            fail(*failure);
-        else
-            succeed();
-    });
+    m_reader =
+        std::make_unique<DescriptionReader>(m_link.get(), [this](const std::optional<LoginFailure> &failure) {
+            if (!m_callback)
+                return;
+            if (failure)
+                fail(*failure);
+            else
+                succeed();
+        });
     m_reader->start();
 }
 
 void LoginSequence::onDeadline()
 {
     fail({m_probe.isConnected() ? LoginError::FailedToSetupConnection : LoginError::ServerNotAvailable,
-          QStringLiteral("no answer in time"), 0, {}});
+          QStringLiteral("no answer in time"),
+          0,
+          {}});
 }
 
 void LoginSequence::succeed()

@@ -16,11 +16,13 @@ namespace orrin {
 
 class DescriptionReader;
 
-/*! One attempt to log in to a device, from the name of its host to the whole description of its site. Main thread.
+/*! One attempt to log in to a device, from the name of its host to the whole description of its site. Main
+    thread.
 
-    The steps: find the host and look at its public key; stop when it is not the one trusted, before any credentials leave; read the clock, without
-    credentials; prove the credentials; find the services; open a session of the site extension where there is one; read the description.
-    One sequence, one use. The callback comes by the event loop, once, before the deadline, unless the sequence is deleted first. */
+    The steps: find the host and look at its public key; stop when it is not the one trusted, before any
+    credentials leave; read the clock, without credentials; prove the credentials; find the services; open a
+    session of the site extension where there is one; read the description. One sequence, one use. The callback
+    comes by the event loop, once, before the deadline, unless the sequence is deleted first. */
 class LoginSequence : public QObject
 {
     Q_OBJECT
@@ -40,7 +42,8 @@ public:
     };
     using Callback = std::function<void(Outcome)>;
 
-    LoginSequence(const Target &target, const OnvifTimings &timings, Callback callback, QObject *parent = nullptr);
+    LoginSequence(const Target &target, const OnvifTimings &timings, Callback callback,
+                  QObject *parent = nullptr);
     ~LoginSequence() override;
 
     void start();
@@ -58,7 +61,7 @@ private:
     void succeed();
     void fail(const LoginFailure &failure);
     /*! A call that does nothing once the sequence is over. */
-    template<typename Answer>
+    template <typename Answer>
     std::function<void(const Answer &)> step(void (LoginSequence::*next)(const Answer &));
 
     void onInformation(const SoapAnswer &answer);

@@ -21,8 +21,8 @@ const XmlElement &configuration(const XmlElement &profile, QStringView newName, 
 
 bool isOnlyReachableFromInside(const QHostAddress &address)
 {
-    return address.isLoopback() || address.isLinkLocal() || address.isPrivateUse() || address.isBroadcast()
-        || address == QHostAddress(QHostAddress::AnyIPv4) || address == QHostAddress(QHostAddress::AnyIPv6);
+    return address.isLoopback() || address.isLinkLocal() || address.isPrivateUse() || address.isBroadcast() ||
+           address == QHostAddress(QHostAddress::AnyIPv4) || address == QHostAddress(QHostAddress::AnyIPv6);
 }
 
 /*! ONVIF counts from the centre, -1 to 1, upwards; the mask from the top left, 0 to 1. */
@@ -71,8 +71,8 @@ QList<Source> sourcesOf(const QList<Profile> &profiles)
         const auto known = indexes.constFind(profile.sourceToken);
         if (known == indexes.cend()) {
             indexes.insert(profile.sourceToken, sources.size());
-            sources.append({profile.sourceToken, profile.sourceName, profile.sourceConfiguration, profile.token,
-                            profile.token, profile.hasAudio, profile.hasPtz});
+            sources.append({profile.sourceToken, profile.sourceName, profile.sourceConfiguration,
+                            profile.token, profile.token, profile.hasAudio, profile.hasPtz});
             pixels.append({size, size});
             continue;
         }
@@ -100,7 +100,8 @@ QHash<QString, QByteArray> readMasks(const XmlElement &answer)
             continue;
         Mask::Polygon polygon;
         for (const XmlElement *point : mask->child(u"Polygon").all(u"Point"))
-            polygon.push_back({fraction(point->attribute(u"x"), false), fraction(point->attribute(u"y"), true)});
+            polygon.push_back(
+                {fraction(point->attribute(u"x"), false), fraction(point->attribute(u"y"), true)});
         if (polygon.size() >= 3)
             polygons[mask->child(u"ConfigurationToken").value()].push_back(std::move(polygon));
     }

@@ -11,7 +11,8 @@
 #include <QString>
 #include <QUrl>
 
-/*! Reading the answers of a device's media services, the newer and the older one. Plain functions over parsed XML. */
+/*! Reading the answers of a device's media services, the newer and the older one. Plain functions over parsed
+ * XML. */
 namespace orrin::mediaservice {
 
 /*! Profiles above this number are ignored. */
@@ -44,16 +45,17 @@ struct Source
 /*! Answer of GetProfiles of either service; profiles without video are left out. */
 ORRINSDK_CORE_EXPORT QList<Profile> readProfiles(const XmlElement &answer);
 
-/*! The sources in the order in which the profiles name them first: the profile of the most pixels is the high one, that of the fewest
-    the low one. */
+/*! The sources in the order in which the profiles name them first: the profile of the most pixels is the high
+    one, that of the fewest the low one. */
 ORRINSDK_CORE_EXPORT QList<Source> sourcesOf(const QList<Profile> &profiles);
 
 /*! Answer of GetMasks of the newer service: encoded privacy masks by token of the source's configuration. */
 ORRINSDK_CORE_EXPORT QHash<QString, QByteArray> readMasks(const XmlElement &answer);
 
-/*! Answer of GetStreamUri of either service; an invalid URL when there is none that can be used. Devices behind a translated address name one that
-    only they can reach: an unspecified, loopback, link-local or private address is replaced by \a connectHost, with which
-    the session reached the device. User and password are dropped. */
+/*! Answer of GetStreamUri of either service; an invalid URL when there is none that can be used. Devices
+    behind a translated address name one that only they can reach: an unspecified, loopback, link-local or
+    private address is replaced by \a connectHost, with which the session reached the device. User and password
+    are dropped. */
 ORRINSDK_CORE_EXPORT QUrl readStreamUri(const XmlElement &answer, const QString &connectHost);
 
 } // namespace orrin::mediaservice

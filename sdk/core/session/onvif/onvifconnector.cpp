@@ -5,13 +5,11 @@
 
 namespace orrin {
 
-OnvifConnector::OnvifConnector(const OnvifTimings &timings)
-    : m_timings(timings)
-{
-}
+OnvifConnector::OnvifConnector(const OnvifTimings &timings) : m_timings(timings) {}
 
-std::unique_ptr<Session> OnvifConnector::createSession(const CorvaneUrl &url, const SharedCredentials &credentials,
-                                                       bool asGroup, unsigned request)
+std::unique_ptr<Session> OnvifConnector::createSession(const CorvaneUrl &url,
+                                                       const SharedCredentials &credentials, bool asGroup,
+                                                       unsigned request)
 {
     return std::make_unique<OnvifSession>(url, credentials, asGroup, request, m_timings);
 }

@@ -12,8 +12,8 @@ class ORRINSDK_CORE_EXPORT OnvifConnector : public Connector
 public:
     explicit OnvifConnector(const OnvifTimings &timings = {});
 
-    std::unique_ptr<Session> createSession(const CorvaneUrl &url, const SharedCredentials &credentials, bool asGroup,
-                                           unsigned request) override;
+    std::unique_ptr<Session> createSession(const CorvaneUrl &url, const SharedCredentials &credentials,
+                                           bool asGroup, unsigned request) override;
 
 private:
     const OnvifTimings m_timings;

@@ -15,8 +15,7 @@ namespace orrin {
 namespace {
 
 /*! For objects that may be in the middle of a signal of their own. */
-template<typename Object>
-void dropLater(std::unique_ptr<Object> &object)
+template <typename Object> void dropLater(std::unique_ptr<Object> &object)
 {
     if (!object)
         return;
@@ -26,8 +25,8 @@ void dropLater(std::unique_ptr<Object> &object)
 
 } // namespace
 
-OnvifSession::OnvifSession(const CorvaneUrl &url, const SharedCredentials &credentials, bool asGroup, unsigned request,
-                           const OnvifTimings &timings, QObject *parent)
+OnvifSession::OnvifSession(const CorvaneUrl &url, const SharedCredentials &credentials, bool asGroup,
+                           unsigned request, const OnvifTimings &timings, QObject *parent)
     : Session(parent)
     , m_url(url)
     , m_credentials(credentials)
@@ -125,8 +124,9 @@ void OnvifSession::onLoginFailed(const LoginFailure &failure)
         return;
     }
     // Trying a refused password again and again locks the account; a changed key waits for a decision.
-    const bool needsPerson = failure.code == LoginError::BadLogin || failure.code == LoginError::AccountLocked
-        || failure.code == LoginError::PublicKeyChanged;
+    const bool needsPerson = failure.code == LoginError::BadLogin ||
+                             failure.code == LoginError::AccountLocked ||
+                             failure.code == LoginError::PublicKeyChanged;
     if (needsPerson)
         m_reconnect.scheduleLongest();
     else
@@ -154,7 +154,8 @@ void OnvifSession::onLinkReady(DeviceLinkPtr link)
     m_lastKey = m_link->trust.key();
     m_connection.setClockOffset(m_link->soap.clockOffset());
     m_reconnect.reset();
-    if (isPublicKeyCheckOn() && m_link->trust.isTls() && PublicKeyChecker::derKey(m_url.hostAndPort()).isEmpty())
+    if (isPublicKeyCheckOn() && m_link->trust.isTls() &&
+        PublicKeyChecker::derKey(m_url.hostAndPort()).isEmpty())
         PublicKeyChecker::setDerKey(m_url.hostAndPort(), m_link->trust.key());
     const bool isFirst = m_state == State::Connecting;
     m_state = State::Online;
@@ -218,7 +219,8 @@ void OnvifSession::lose(const ConnectionError &error)
     dropLink();
     m_reconnect.scheduleNext();
     logCore(olog::LL_Warning, Q_FUNC_INFO,
-            QStringLiteral("%1: connection lost, code %2").arg(m_url.hostAndPort(), QString::number(error.errorId())));
+            QStringLiteral("%1: connection lost, code %2")
+                .arg(m_url.hostAndPort(), QString::number(error.errorId())));
     Q_EMIT lost(error);
 }
 
@@ -242,7 +244,8 @@ void OnvifSession::requestMediaEndpoint(int channelId, StreamQuality quality, QO
     const quint64 number = ++m_lastEndpoint;
     m_endpoints.insert(number, {callback, context, context != nullptr});
     const bool isOnline = m_state == State::Online;
-    const auto streams = isOnline ? m_link->assembled.streams.constFind(channelId) : QHash<int, ChannelStreams>::const_iterator();
+    const auto streams = isOnline ? m_link->assembled.streams.constFind(channelId)
+                                  : QHash<int, ChannelStreams>::const_iterator();
     if (!isOnline || streams == m_link->assembled.streams.cend()) {
         const PlaybackError error(isOnline ? PlaybackError::NotFound : PlaybackError::StreamLost);
         QMetaObject::invokeMethod(
@@ -250,11 +253,12 @@ void OnvifSession::requestMediaEndpoint(int channelId, StreamQuality quality, QO
         return;
     }
     const QString profile = quality == StreamQuality::Low ? streams->lowProfile : streams->highProfile;
-    m_link->soap.call(m_link->streamUriRequest(profile, m_timings.endpointTimeout),
-                      [self = QPointer<OnvifSession>(this), number, mask = streams->privacyMask](const SoapAnswer &reply) {
-                          if (self && self->m_state == State::Online)
-                              self->onStreamUri(number, reply, mask);
-                      });
+    m_link->soap.call(
+        m_link->streamUriRequest(profile, m_timings.endpointTimeout),
+        [self = QPointer<OnvifSession>(this), number, mask = streams->privacyMask](const SoapAnswer &reply) {
+            if (self && self->m_state == State::Online)
+                self->onStreamUri(number, reply, mask);
+        });
 }
 
 void OnvifSession::onStreamUri(quint64 number, const SoapAnswer &reply, const QByteArray &mask)

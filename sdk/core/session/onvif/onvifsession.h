@@ -17,14 +17,16 @@ namespace orrin {
 class DescriptionReader;
 class SiteWatch;
 
-/*! A session with a device that speaks ONVIF, with or without the site extension. Main thread; network threads are Qt's.
+/*! A session with a device that speaks ONVIF, with or without the site extension. Main thread; network
+    threads are Qt's.
 
-    States: Idle -> Connecting -> Online <-> Lost -> Closed. In Lost the session waits or tries again, one attempt at a time. What belongs to
-    one login at the device is the DeviceLink, made by a LoginSequence, kept while Online, dropped when lost.
+    States: Idle -> Connecting -> Online <-> Lost -> Closed. In Lost the session waits or tries again, one
+    attempt at a time. What belongs to one login at the device is the DeviceLink, made by a LoginSequence, kept
+    while Online, dropped when lost.
 
-    Trust: with the option SecurityPreferences::PUBLIC_KEY_CHECK the key of a target is pinned at its first login, and another one ends a login
-    before credentials leave. A target that showed a key is never spoken to without TLS again. The password is held by the shared
-    credentials alone. */
+    Trust: with the option SecurityPreferences::PUBLIC_KEY_CHECK the key of a target is pinned at its first
+    login, and another one ends a login before credentials leave. A target that showed a key is never spoken to
+    without TLS again. The password is held by the shared credentials alone. */
 class ORRINSDK_CORE_EXPORT OnvifSession : public Session
 {
     Q_OBJECT

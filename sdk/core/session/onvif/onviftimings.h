@@ -10,15 +10,17 @@ struct OnvifTimings
 {
     using Milliseconds = std::chrono::milliseconds;
 
-    Milliseconds loginDeadline {10000};   //!< from open() to an outcome of any kind
-    Milliseconds handshake {4000};        //!< until a connected peer that answers no TLS greeting is asked without TLS
-    Milliseconds pollInterval {10000};    //!< between the questions whether a device without the site extension is there
-    Milliseconds pollTimeout {5000};
-    Milliseconds changesTimeout {30000};  //!< of a request for changes, which a server may keep for 20 s
-    Milliseconds changesPause {250};      //!< between two of them, whatever the server does
-    Milliseconds reconnectFirst {1000};
-    Milliseconds reconnectLongest {60000};
-    Milliseconds endpointTimeout {8000};  //!< of a request for a stream's address
+    Milliseconds loginDeadline{10000}; //!< from open() to an outcome of any kind
+    Milliseconds handshake{
+        4000}; //!< until a connected peer that answers no TLS greeting is asked without TLS
+    Milliseconds pollInterval{
+        10000}; //!< between the questions whether a device without the site extension is there
+    Milliseconds pollTimeout{5000};
+    Milliseconds changesTimeout{30000}; //!< of a request for changes, which a server may keep for 20 s
+    Milliseconds changesPause{250};     //!< between two of them, whatever the server does
+    Milliseconds reconnectFirst{1000};
+    Milliseconds reconnectLongest{60000};
+    Milliseconds endpointTimeout{8000}; //!< of a request for a stream's address
 };
 
 } // namespace orrin

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/session/onvif/posixtimezone.h"
 
+#include <QDateTime>
 #include <QRegularExpression>
 
-#include <algorithm>
+#include <cstdlib>
 
 namespace orrin {
 
@@ -20,7 +21,8 @@ QTimeZone fromPosixOffset(const QString &text)
     const QRegularExpressionMatch match = pattern.match(text);
     if (!match.hasMatch())
         return QTimeZone::utc();
-    const int seconds = match.captured(2).toInt() * 3600 + match.captured(3).toInt() * 60 + match.captured(4).toInt();
+    const int seconds =
+        match.captured(2).toInt() * 3600 + match.captured(3).toInt() * 60 + match.captured(4).toInt();
     const int offset = match.captured(1) == QLatin1StringView("-") ? seconds : -seconds;
     return std::abs(offset) > LargestOffsetSeconds ? QTimeZone::utc() : QTimeZone(offset);
 }
@@ -32,18 +34,12 @@ QTimeZone timeZoneFromDevice(const QString &text)
     const QString trimmed = text.trimmed();
     if (trimmed.isEmpty() || trimmed.size() > LongestText)
         return QTimeZone::utc();
-    const QByteArray name = trimmed.toLatin1();
-    if (QTimeZone::isTimeZoneIdAvailable(name)) {
-        const QTimeZone zone(name);
-        if (zone.isValid())
-            return zone;
-    }
-    // With rules for summer time Qt may know what to do with the whole text.
-    if (trimmed.contains(u',')) {
-        const QTimeZone zone(name);
-        if (zone.isValid())
-            return zone;
-    }
+    // Where the system knows POSIX texts, Qt takes them with their rules for summer time, whatever the
+    // offset.
+    const QTimeZone zone(trimmed.toLatin1());
+    if (zone.isValid() &&
+        std::abs(zone.offsetFromUtc(QDateTime::currentDateTimeUtc())) <= LargestOffsetSeconds)
+        return zone;
     return fromPosixOffset(trimmed);
 }
 

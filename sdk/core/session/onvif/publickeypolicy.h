@@ -3,7 +3,8 @@
 
 namespace orrin {
 
-/*! Whether public keys are pinned and compared: SecurityPreferences::PUBLIC_KEY_CHECK, true where the application has no such option. Main thread. */
+/*! Whether public keys are pinned and compared: SecurityPreferences::PUBLIC_KEY_CHECK, true where the
+ * application has no such option. Main thread. */
 bool isPublicKeyCheckOn();
 
 } // namespace orrin

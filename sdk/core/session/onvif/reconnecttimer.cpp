@@ -7,7 +7,8 @@
 
 namespace orrin {
 
-ReconnectTimer::ReconnectTimer(std::chrono::milliseconds first, std::chrono::milliseconds longest, QObject *parent)
+ReconnectTimer::ReconnectTimer(std::chrono::milliseconds first, std::chrono::milliseconds longest,
+                               QObject *parent)
     : QObject(parent)
     , m_first(std::max(first, std::chrono::milliseconds(1)))
     , m_longest(std::max(longest, m_first))
@@ -38,7 +39,8 @@ void ReconnectTimer::reset()
 void ReconnectTimer::start(std::chrono::milliseconds wait)
 {
     const double factor = 0.8 + 0.4 * QRandomGenerator::global()->generateDouble();
-    const auto varied = std::chrono::milliseconds(static_cast<qint64>(static_cast<double>(wait.count()) * factor));
+    const auto varied =
+        std::chrono::milliseconds(static_cast<qint64>(static_cast<double>(wait.count()) * factor));
     m_timer.start(std::clamp(varied, std::chrono::milliseconds(1), m_longest));
 }
 

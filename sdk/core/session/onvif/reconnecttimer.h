@@ -10,13 +10,14 @@
 
 namespace orrin {
 
-/*! Says when a lost session is to be tried again: each wait is twice the one before, up to a limit, and varied by a fifth either way, so that
-    many clients of one server do not come back at once. Main thread. */
+/*! Says when a lost session is to be tried again: each wait is twice the one before, up to a limit, and
+    varied by a fifth either way, so that many clients of one server do not come back at once. Main thread. */
 class ORRINSDK_CORE_EXPORT ReconnectTimer : public QObject
 {
     Q_OBJECT
 public:
-    ReconnectTimer(std::chrono::milliseconds first, std::chrono::milliseconds longest, QObject *parent = nullptr);
+    ReconnectTimer(std::chrono::milliseconds first, std::chrono::milliseconds longest,
+                   QObject *parent = nullptr);
 
     /*! Starts the next wait, which ends in due(). */
     void scheduleNext();

@@ -14,7 +14,8 @@ struct ORRINSDK_CORE_EXPORT Refusal
 {
     enum class Reason { TooManyConnections, OutsideHours, AccountLocked, AddressNotPermitted };
 
-    /*! The refusal of that name in the site extension; nothing when there is none. \a seconds below 0 count as 0. */
+    /*! The refusal of that name in the site extension; nothing when there is none. \a seconds below 0 count
+     * as 0. */
     static std::optional<Refusal> fromName(QStringView name, qint64 seconds);
 
     Reason reason = Reason::TooManyConnections;

@@ -23,10 +23,10 @@ struct SiteParts
     QString address; //!< the peer's, numeric
     QString target;  //!< "host:port", for devices that tell no serial number
     QString user;
-    std::optional<UserLevel> level;          //!< as far as the device told
-    std::optional<SiteExtension> extension;  //!< nothing on a plain device
+    std::optional<UserLevel> level;         //!< as far as the device told
+    std::optional<SiteExtension> extension; //!< nothing on a plain device
     QList<mediaservice::Source> sources;
-    QHash<QString, QByteArray> masks;        //!< by token of the source's configuration
+    QHash<QString, QByteArray> masks; //!< by token of the source's configuration
 };
 
 /*! Where a channel's pictures come from. A value. */
@@ -44,8 +44,9 @@ struct AssembledSite
     QHash<int, ChannelStreams> streams; //!< by channel id
 };
 
-/*! Puts the pieces together. The channels of a plain device are numbered by the order of its sources, from 1; its user has the rights that come with
-    the level, and where the device does not tell the level, those of the lowest one. */
+/*! Puts the pieces together. The channels of a plain device are numbered by the order of its sources, from 1;
+    its user has the rights that come with the level, and where the device does not tell the level, those of
+    the lowest one. */
 ORRINSDK_CORE_EXPORT AssembledSite assembleSite(const SiteParts &parts);
 
 } // namespace orrin

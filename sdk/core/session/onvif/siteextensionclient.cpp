@@ -10,12 +10,9 @@
 
 namespace orrin {
 
-SiteExtensionClient::SiteExtensionClient(const QUrl &base, DeviceTrust *trust, const SharedCredentials &credentials,
-                                         QObject *parent)
-    : QObject(parent)
-    , m_base(base)
-    , m_trust(trust)
-    , m_credentials(credentials)
+SiteExtensionClient::SiteExtensionClient(const QUrl &base, DeviceTrust *trust,
+                                         const SharedCredentials &credentials, QObject *parent)
+    : QObject(parent), m_base(base), m_trust(trust), m_credentials(credentials)
 {
     m_trust->guard(&m_manager);
 }
@@ -37,7 +34,8 @@ void SiteExtensionClient::remove(const QString &path, Milliseconds timeout, Call
     start(QByteArrayLiteral("DELETE"), path, timeout, std::move(callback));
 }
 
-void SiteExtensionClient::start(const QByteArray &verb, const QString &path, Milliseconds timeout, Callback callback)
+void SiteExtensionClient::start(const QByteArray &verb, const QString &path, Milliseconds timeout,
+                                Callback callback)
 {
     Attempt attempt;
     attempt.verb = verb;
@@ -81,8 +79,9 @@ void SiteExtensionClient::onResult(Attempt attempt, const TransportResult &trans
 {
     constexpr int MaximumTries = 3;
     const bool answered = transport.failure == TransportResult::Failure::None;
-    if (answered && transport.status == 401 && attempt.tries < MaximumTries && m_digest.setChallenge(transport.challenges)
-        && (!attempt.hadCredentials || m_digest.isStale() || m_digestProven)) {
+    if (answered && transport.status == 401 && attempt.tries < MaximumTries &&
+        m_digest.setChallenge(transport.challenges) &&
+        (!attempt.hadCredentials || m_digest.isStale() || m_digestProven)) {
         send(std::move(attempt));
         return;
     }

@@ -30,8 +30,8 @@ struct SiteAnswer
     bool isAnswer() const { return object && transport.status >= 200 && transport.status < 300; }
 };
 
-/*! Speaks the JSON site extension to one server, with HTTP digest over the session's TLS. Main thread. Callbacks come by the event loop, once
-    each; with the client go its requests, without a callback. */
+/*! Speaks the JSON site extension to one server, with HTTP digest over the session's TLS. Main thread.
+    Callbacks come by the event loop, once each; with the client go its requests, without a callback. */
 class SiteExtensionClient : public QObject
 {
     Q_OBJECT
@@ -40,7 +40,8 @@ public:
     using Milliseconds = std::chrono::milliseconds;
 
     /*! \a base is the service's address, with a slash at its end. */
-    SiteExtensionClient(const QUrl &base, DeviceTrust *trust, const SharedCredentials &credentials, QObject *parent = nullptr);
+    SiteExtensionClient(const QUrl &base, DeviceTrust *trust, const SharedCredentials &credentials,
+                        QObject *parent = nullptr);
     ~SiteExtensionClient() override;
 
     /*! \a path is relative to the base and may hold a query. */
@@ -53,7 +54,7 @@ private:
     {
         QByteArray verb;
         QUrl url;
-        Milliseconds timeout {};
+        Milliseconds timeout{};
         Callback callback;
         bool hadCredentials = false;
         int tries = 0;

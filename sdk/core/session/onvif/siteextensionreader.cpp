@@ -31,10 +31,10 @@ UserLevel levelOf(const QJsonValue &value)
 std::optional<TrackType::Flag> trackTypeOf(const QString &name)
 {
     static const QHash<QString, TrackType::Flag> Types = {
-        {QStringLiteral("track1"), TrackType::Track1},     {QStringLiteral("track2"), TrackType::Track2},
-        {QStringLiteral("track3"), TrackType::Track3},     {QStringLiteral("metadata"), TrackType::Metadata},
-        {QStringLiteral("events"), TrackType::Events},     {QStringLiteral("vmd"), TrackType::Vmd},
-        {QStringLiteral("audio"), TrackType::Audio},       {QStringLiteral("talkback"), TrackType::Talkback},
+        {QStringLiteral("track1"), TrackType::Track1}, {QStringLiteral("track2"), TrackType::Track2},
+        {QStringLiteral("track3"), TrackType::Track3}, {QStringLiteral("metadata"), TrackType::Metadata},
+        {QStringLiteral("events"), TrackType::Events}, {QStringLiteral("vmd"), TrackType::Vmd},
+        {QStringLiteral("audio"), TrackType::Audio},   {QStringLiteral("talkback"), TrackType::Talkback},
     };
     const auto found = Types.constFind(name);
     return found == Types.cend() ? std::nullopt : std::optional(*found);
@@ -45,7 +45,8 @@ QList<TrackDescription> tracksOf(const QJsonArray &array)
     QList<TrackDescription> tracks;
     for (const QJsonValue &value : array) {
         const QJsonObject object = value.toObject();
-        const std::optional<TrackType::Flag> type = trackTypeOf(object.value(u"type").toString(QStringLiteral("track1")));
+        const std::optional<TrackType::Flag> type =
+            trackTypeOf(object.value(u"type").toString(QStringLiteral("track1")));
         TrackDescription track;
         track.id = object.value(u"id").toInt(0);
         if (track.id < 1 || !type || tracks.size() >= SiteExtensionReader::TrackLimit)
@@ -90,7 +91,8 @@ QList<PeerDescription> peersOf(const QJsonArray &array)
         PeerDescription peer;
         peer.uid = numberOf(object.value(u"uid"));
         peer.port = object.value(u"port").toInt(0);
-        if (peer.uid == 0 || peer.port < 1 || peer.port > 65535 || peers.size() >= SiteExtensionReader::PeerLimit)
+        if (peer.uid == 0 || peer.port < 1 || peer.port > 65535 ||
+            peers.size() >= SiteExtensionReader::PeerLimit)
             continue;
         peer.id = object.value(u"id").toInt(0);
         peer.name = textOf(object.value(u"name"));
@@ -104,9 +106,9 @@ UserDescription userOf(const QJsonObject &object, int serverId)
 {
     UserDescription user;
     if (object.contains(u"localId"))
-        user.id = UserLId {serverId, object.value(u"localId").toInt(0)};
+        user.id = UserLId{serverId, object.value(u"localId").toInt(0)};
     else
-        user.id = UserId {object.value(u"id").toInt(0)};
+        user.id = UserId{object.value(u"id").toInt(0)};
     user.name = textOf(object.value(u"name"));
     user.level = levelOf(object.value(u"level"));
     if (object.value(u"permissions").isArray()) {
@@ -140,7 +142,8 @@ SiteExtension SiteExtensionReader::readSite(const QJsonObject &object)
     site.serverId = server.value(u"id").toInt(1);
     site.serverName = textOf(server.value(u"name"));
     site.version = textOf(server.value(u"version"));
-    if (const QByteArray zone = textOf(server.value(u"timeZone")).toLatin1(); QTimeZone::isTimeZoneIdAvailable(zone))
+    if (const QByteArray zone = textOf(server.value(u"timeZone")).toLatin1();
+        QTimeZone::isTimeZoneIdAvailable(zone))
         site.timeZone = QTimeZone(zone);
     site.peers = peersOf(object.value(u"peers").toArray());
     if (object.value(u"user").isObject())
@@ -170,10 +173,13 @@ QSet<int> SiteExtensionReader::permissionsOf(UserLevel level)
 {
     switch (level) {
     case UserLevel::Administrator:
-    case UserLevel::Installer: return {SSPermission::PlayBack, SSPermission::Ptzf, SSPermission::SeeBehindMasks};
-    case UserLevel::Operator: return {SSPermission::PlayBack, SSPermission::Ptzf};
+    case UserLevel::Installer:
+        return {SSPermission::PlayBack, SSPermission::Ptzf, SSPermission::SeeBehindMasks};
+    case UserLevel::Operator:
+        return {SSPermission::PlayBack, SSPermission::Ptzf};
     case UserLevel::User:
-    case UserLevel::Guest: break;
+    case UserLevel::Guest:
+        break;
     }
     return {};
 }

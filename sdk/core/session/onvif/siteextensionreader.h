@@ -40,8 +40,8 @@ struct SiteChanges
     QList<QString> notices;
 };
 
-/*! Reads the bodies of the site extension. Members that are missing or of the wrong kind take their defaults; entries without a valid id
-    and those above the limits are dropped. Plain functions; safe on any thread. */
+/*! Reads the bodies of the site extension. Members that are missing or of the wrong kind take their defaults;
+    entries without a valid id and those above the limits are dropped. Plain functions; safe on any thread. */
 class ORRINSDK_CORE_EXPORT SiteExtensionReader
 {
 public:

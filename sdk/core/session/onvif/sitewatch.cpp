@@ -9,9 +9,7 @@
 namespace orrin {
 
 SiteWatch::SiteWatch(DeviceLink *link, const OnvifTimings &timings, QObject *parent)
-    : QObject(parent)
-    , m_link(link)
-    , m_timings(timings)
+    : QObject(parent), m_link(link), m_timings(timings)
 {
     m_next.setSingleShot(true);
     connect(&m_next, &QTimer::timeout, this, &SiteWatch::ask);
@@ -40,10 +38,11 @@ void SiteWatch::askForChanges()
     const QString path = QStringLiteral("changes?session=%1&after=%2")
                              .arg(QString::fromLatin1(QUrl::toPercentEncoding(m_link->sessionId)))
                              .arg(m_revision);
-    m_link->site->get(path, m_timings.changesTimeout, [guard = QPointer<SiteWatch>(this)](const SiteAnswer &answer) {
-        if (guard && !guard->m_over)
-            guard->onChanges(answer);
-    });
+    m_link->site->get(path, m_timings.changesTimeout,
+                      [guard = QPointer<SiteWatch>(this)](const SiteAnswer &answer) {
+                          if (guard && !guard->m_over)
+                              guard->onChanges(answer);
+                      });
 }
 
 void SiteWatch::onChanges(const SiteAnswer &answer)
@@ -69,7 +68,8 @@ void SiteWatch::onChanges(const SiteAnswer &answer)
     }
 }
 
-/*! The server forgot the session, as it may when this machine slept: what it told meanwhile is lost, so everything is read again. */
+/*! The server forgot the session, as it may when this machine slept: what it told meanwhile is lost, so
+ * everything is read again. */
 void SiteWatch::renewSession()
 {
     m_link->sessionId.clear();
@@ -90,8 +90,8 @@ void SiteWatch::renewSession()
 
 void SiteWatch::askForTime()
 {
-    SoapClient::Request request {m_link->deviceServiceUrl(), onvif::DeviceNamespace,
-                                 QStringLiteral("GetSystemDateAndTime")};
+    SoapClient::Request request{m_link->deviceServiceUrl(), onvif::DeviceNamespace,
+                                QStringLiteral("GetSystemDateAndTime")};
     request.authenticated = false;
     request.timeout = m_timings.pollTimeout;
     m_link->soap.call(request, [guard = QPointer<SiteWatch>(this)](const SoapAnswer &answer) {
@@ -103,8 +103,8 @@ void SiteWatch::askForTime()
 void SiteWatch::onTime(const SoapAnswer &answer)
 {
     // A fault is a sign of life like any other.
-    if (answer.kind != SoapAnswer::Kind::Answer && answer.kind != SoapAnswer::Kind::Fault
-        && answer.transport.status != 401) {
+    if (answer.kind != SoapAnswer::Kind::Answer && answer.kind != SoapAnswer::Kind::Fault &&
+        answer.transport.status != 401) {
         onFailure(answer.transport);
         return;
     }
@@ -118,10 +118,14 @@ void SiteWatch::onFailure(const TransportResult &transport)
     constexpr int FailuresThatEnd = 2;
     ++m_failures;
     switch (transport.failure) {
-    case Failure::KeyChanged: fail(ConnectionError::KeyChanged, {}); return;
+    case Failure::KeyChanged:
+        fail(ConnectionError::KeyChanged, {});
+        return;
     case Failure::Refused:
     case Failure::Lost:
-    case Failure::Other: fail(ConnectionError::ConnectionLost, transport.detail); return;
+    case Failure::Other:
+        fail(ConnectionError::ConnectionLost, transport.detail);
+        return;
     case Failure::TimedOut:
         if (m_failures >= FailuresThatEnd) {
             fail(ConnectionError::TimedOut, {});

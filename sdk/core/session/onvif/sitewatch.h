@@ -15,10 +15,12 @@ class SoapAnswer;
 struct SiteAnswer;
 struct TransportResult;
 
-/*! Watches a standing link: hears of changes where the server has the site extension, and finds out when the device is gone. Main thread.
+/*! Watches a standing link: hears of changes where the server has the site extension, and finds out when the
+    device is gone. Main thread.
 
-    With the extension it keeps a request for changes open; on a plain device it asks for the time every few seconds. A connection that is
-    refused or broken off ends the watch at once, a silence or an answer that cannot be read when it comes twice in a row. */
+    With the extension it keeps a request for changes open; on a plain device it asks for the time every few
+    seconds. A connection that is refused or broken off ends the watch at once, a silence or an answer that
+    cannot be read when it comes twice in a row. */
 class SiteWatch : public QObject
 {
     Q_OBJECT

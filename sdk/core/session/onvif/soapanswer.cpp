@@ -64,17 +64,18 @@ void SoapAnswer::readFault(const XmlElement &fault)
 
 bool SoapAnswer::hasSubcode(QStringView name) const
 {
-    return std::any_of(subcodes.begin(), subcodes.end(), [name](const auto &code) { return code.second == name; });
+    return std::any_of(subcodes.begin(), subcodes.end(),
+                       [name](const auto &code) { return code.second == name; });
 }
 
 bool SoapAnswer::isNotAuthorised() const
 {
     if (refusal)
         return false;
-    return transport.status == 401
-        || (kind == Kind::Fault
-            && (hasSubcode(u"NotAuthorized") || hasSubcode(u"FailedAuthentication") || hasSubcode(u"InvalidSecurity")
-                || hasSubcode(u"InvalidSecurityToken") || hasSubcode(u"SenderNotAuthorized")));
+    return transport.status == 401 ||
+           (kind == Kind::Fault && (hasSubcode(u"NotAuthorized") || hasSubcode(u"FailedAuthentication") ||
+                                    hasSubcode(u"InvalidSecurity") || hasSubcode(u"InvalidSecurityToken") ||
+                                    hasSubcode(u"SenderNotAuthorized")));
 }
 
 } // namespace orrin

@@ -54,7 +54,8 @@ KDSoapValue SoapClient::argument(const QString &name, const QVariant &value, con
     return argument;
 }
 
-KDSoapValue SoapClient::argument(const QString &name, const KDSoapValueList &children, const QString &namespaceUri)
+KDSoapValue SoapClient::argument(const QString &name, const KDSoapValueList &children,
+                                 const QString &namespaceUri)
 {
     KDSoapValue argument(name, children);
     argument.setNamespaceUri(namespaceUri);
@@ -128,11 +129,12 @@ void SoapClient::prepareAuthentication(Attempt &attempt)
         authentication.setUseWSUsernameToken(true);
         authentication.setUsePasswordDigest(true);
         authentication.setOverrideWSUsernameNonce(newNonce());
-        authentication.setOverrideWSUsernameCreatedTime(QDateTime::currentDateTimeUtc().addMSecs(m_clockOffsetMs));
+        authentication.setOverrideWSUsernameCreatedTime(
+            QDateTime::currentDateTimeUtc().addMSecs(m_clockOffsetMs));
         attempt.hadCredentials = true;
     } else if (attempt.request.authenticated && m_digest.hasChallenge()) {
-        const QByteArray target = attempt.request.url.toEncoded(QUrl::RemoveScheme | QUrl::RemoveAuthority
-                                                                | QUrl::RemoveFragment);
+        const QByteArray target =
+            attempt.request.url.toEncoded(QUrl::RemoveScheme | QUrl::RemoveAuthority | QUrl::RemoveFragment);
         headers.insert("Authorization", m_digest.authorization("POST", target, *m_credentials));
         attempt.hadCredentials = true;
     }
@@ -154,17 +156,20 @@ void SoapClient::onResult(Attempt attempt, const TransportResult &transport)
 bool SoapClient::shallTryAgain(Attempt &attempt, const SoapAnswer &answer)
 {
     constexpr int MaximumTries = 3;
-    if (attempt.tries >= MaximumTries || answer.refusal || answer.transport.failure != TransportResult::Failure::None)
+    if (attempt.tries >= MaximumTries || answer.refusal ||
+        answer.transport.failure != TransportResult::Failure::None)
         return false;
-    const bool askedToAuthenticate = answer.isNotAuthorised()
-        || (answer.transport.status == 400 && answer.kind == SoapAnswer::Kind::Fault);
+    const bool askedToAuthenticate = answer.isNotAuthorised() || (answer.transport.status == 400 &&
+                                                                  answer.kind == SoapAnswer::Kind::Fault);
     if (!askedToAuthenticate)
         return false;
     if (answer.transport.status == 401 && m_digest.setChallenge(answer.transport.challenges)) {
         m_mode = Mode::Digest;
-        // Refused with credentials that were never taken, the password is wrong: a second try would only count against the
-        // user. Credentials that were taken before have an old nonce, which not every device says.
-        return !attempt.hadCredentials || attempt.mode == Mode::UsernameToken || m_digest.isStale() || m_digestProven;
+        // Refused with credentials that were never taken, the password is wrong: a second try would only
+        // count against the user. Credentials that were taken before have an old nonce, which not every
+        // device says.
+        return !attempt.hadCredentials || attempt.mode == Mode::UsernameToken || m_digest.isStale() ||
+               m_digestProven;
     }
     if (attempt.mode == Mode::UsernameToken || attempt.hadCredentials)
         return false;

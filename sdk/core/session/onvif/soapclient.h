@@ -29,9 +29,10 @@ class DeviceTrust;
 
 /*! Calls the SOAP services of one device. Main thread.
 
-    Messages, WS-Security and the sending are KDSoap's. The answers are read by SoapAnswer, since a hostile one must be bounded in size and
-    depth before anything parses it. HTTP digest comes first; a device that does not offer it gets the digest form of
-    WS-UsernameToken, with its own clock. A password leaves in no other form.
+    Messages, WS-Security and the sending are KDSoap's. The answers are read by SoapAnswer, since a hostile
+    one must be bounded in size and depth before anything parses it. HTTP digest comes first; a device that
+    does not offer it gets the digest form of WS-UsernameToken, with its own clock. A password leaves in no
+    other form.
 
     Callbacks come by the event loop, once each; with the client go its calls, without a callback. */
 class SoapClient : public QObject
@@ -45,7 +46,7 @@ public:
         QString method;
         KDSoapValueList arguments = {};
         bool authenticated = true;
-        std::chrono::milliseconds timeout {8000};
+        std::chrono::milliseconds timeout{8000};
     };
     using Callback = std::function<void(const SoapAnswer &)>;
 
@@ -61,7 +62,8 @@ public:
 
     /*! An argument in the namespace of the message's own schema. */
     static KDSoapValue argument(const QString &name, const QVariant &value, const QString &namespaceUri);
-    static KDSoapValue argument(const QString &name, const KDSoapValueList &children, const QString &namespaceUri);
+    static KDSoapValue argument(const QString &name, const KDSoapValueList &children,
+                                const QString &namespaceUri);
 
 private:
     enum class Mode { Digest, UsernameToken };

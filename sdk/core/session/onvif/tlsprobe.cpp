@@ -9,8 +9,7 @@
 
 namespace orrin {
 
-TlsProbe::TlsProbe(QObject *parent)
-    : QObject(parent)
+TlsProbe::TlsProbe(QObject *parent) : QObject(parent)
 {
     m_handshakeTimer.setSingleShot(true);
     connect(&m_socket, &QAbstractSocket::connected, this, &TlsProbe::onConnected);

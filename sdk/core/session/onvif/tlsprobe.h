@@ -14,10 +14,12 @@
 
 namespace orrin {
 
-/*! Finds out whether something listens at an address, whether it speaks TLS, and which public key it shows. Main thread.
+/*! Finds out whether something listens at an address, whether it speaks TLS, and which public key it shows.
+    Main thread.
 
-    Nothing but the TLS greeting is sent. One probe, one use; start() ends in finished(), by the event loop, but not before the caller's
-    deadline: something that cannot be reached may take as long as the system tries. */
+    Nothing but the TLS greeting is sent. One probe, one use; start() ends in finished(), by the event loop,
+    but not before the caller's deadline: something that cannot be reached may take as long as the system
+    tries. */
 class ORRINSDK_CORE_EXPORT TlsProbe : public QObject
 {
     Q_OBJECT
@@ -56,7 +58,7 @@ private:
 
     QSslSocket m_socket;
     QTimer m_handshakeTimer;
-    std::chrono::milliseconds m_handshakeTime {4000};
+    std::chrono::milliseconds m_handshakeTime{4000};
     QByteArray m_key;
     QString m_address;
     QString m_detail;

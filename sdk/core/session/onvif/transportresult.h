@@ -11,9 +11,9 @@ namespace orrin {
 struct TransportResult
 {
     enum class Failure {
-        None,       //!< there is an HTTP answer, whatever its status
-        Refused,    //!< nobody listens
-        Lost,       //!< the connection ended before the answer was complete
+        None,    //!< there is an HTTP answer, whatever its status
+        Refused, //!< nobody listens
+        Lost,    //!< the connection ended before the answer was complete
         TimedOut,
         KeyChanged, //!< the device showed another public key than the session trusts
         TooLarge,

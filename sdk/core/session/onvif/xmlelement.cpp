@@ -3,7 +3,6 @@
 
 #include <QXmlStreamReader>
 
-
 namespace orrin {
 
 namespace {
@@ -56,11 +55,16 @@ private:
                 if (!readElement(element.children.back(), depth + 1))
                     return false;
                 break;
-            case QXmlStreamReader::Characters: element.text += m_reader.text(); break;
-            case QXmlStreamReader::EndElement: return true;
+            case QXmlStreamReader::Characters:
+                element.text += m_reader.text();
+                break;
+            case QXmlStreamReader::EndElement:
+                return true;
             case QXmlStreamReader::Comment:
-            case QXmlStreamReader::ProcessingInstruction: break;
-            default: return false;
+            case QXmlStreamReader::ProcessingInstruction:
+                break;
+            default:
+                return false;
             }
         }
     }

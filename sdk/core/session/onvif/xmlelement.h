@@ -15,8 +15,8 @@ namespace orrin {
 
 /*! One element of an XML text with everything below it. A value; safe on any thread.
 
-    Devices answer in XML that nobody checked. parse() therefore refuses what could hurt: a document type, nesting above
-    DepthLimit, more than ElementLimit elements, and a text that does not end. */
+    Devices answer in XML that nobody checked. parse() therefore refuses what could hurt: a document type,
+    nesting above DepthLimit, more than ElementLimit elements, and a text that does not end. */
 class ORRINSDK_CORE_EXPORT XmlElement
 {
 public:

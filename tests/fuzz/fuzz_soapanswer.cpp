@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/session/onvif/deviceservice.h"
+#include "core/session/onvif/mediaservice.h"
+#include "core/session/onvif/soapanswer.h"
+
+#include <cstdint>
+#include <cstdlib>
+
+using namespace orrin;
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+{
+    TransportResult transport;
+    transport.status = size % 2 == 0 ? 200 : 400;
+    transport.body = QByteArray(reinterpret_cast<const char *>(data), static_cast<qsizetype>(size));
+    const SoapAnswer answer = SoapAnswer::read(transport);
+    if (answer.refusal && answer.refusal->seconds < 0)
+        std::abort();
+    if (const auto clock = deviceservice::readClock(answer.body);
+        clock && (!clock->utc.isValid() || !clock->zone.isValid()))
+        std::abort();
+    deviceservice::readServices(answer.body);
+    deviceservice::readCapabilities(answer.body);
+    deviceservice::readUserLevel(answer.body, QStringLiteral("admin"));
+    deviceservice::uidOf(deviceservice::readInformation(answer.body), QString());
+    mediaservice::sourcesOf(mediaservice::readProfiles(answer.body));
+    mediaservice::readMasks(answer.body);
+    if (!mediaservice::readStreamUri(answer.body, QStringLiteral("host")).userInfo().isEmpty())
+        std::abort();
+    return 0;
+}
