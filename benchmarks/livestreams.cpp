@@ -5,8 +5,10 @@
 //   bench_livestreams [SECONDS]     default 60; the table has a line for each full minute
 #include "demoserverprocess.h"
 
+#include <contract/core/abstractstreamprocessor.h>
 #include <contract/core/camera.h>
 #include <contract/core/connectionmanager.h>
+#include <contract/core/displayoutput.h>
 #include <contract/core/orrinsdk.h>
 #include <contract/core/server.h>
 #include <contract/core/servergroup.h>

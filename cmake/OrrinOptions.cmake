@@ -26,8 +26,12 @@ endif()
 
 find_program(CCACHE_PROGRAM ccache)
 if(CCACHE_PROGRAM)
-  set(CMAKE_C_COMPILER_LAUNCHER "${CCACHE_PROGRAM}")
-  set(CMAKE_CXX_COMPILER_LAUNCHER "${CCACHE_PROGRAM}")
+  # Paths below the checkout count as relative, so that all build folders and clones share what was compiled.
+  get_filename_component(orrin_top "${CMAKE_CURRENT_LIST_DIR}/.." ABSOLUTE)
+  set(orrin_launcher "${CMAKE_COMMAND}" -E env "CCACHE_BASEDIR=${orrin_top}" CCACHE_NOHASHDIR=1
+    CCACHE_SLOPPINESS=include_file_mtime,include_file_ctime,time_macros "${CCACHE_PROGRAM}")
+  set(CMAKE_C_COMPILER_LAUNCHER "${orrin_launcher}")
+  set(CMAKE_CXX_COMPILER_LAUNCHER "${orrin_launcher}")
 endif()
 
 add_library(orrin_options INTERFACE)

@@ -46,8 +46,12 @@ const std::vector<Console::Command> &Console::commands()
         {u"listener", u"stop|start RECORDER", u"take a recorder off the network and back",
          &Console::listener},
         {u"user", u"lock NAME SECONDS | unlock NAME", u"lock an account by hand", &Console::user},
-        {u"camera", u"enable|disable RECORDER ID | rename RECORDER ID NAME", u"change the site",
-         &Console::camera},
+        {u"camera", u"enable|disable|remove RECORDER ID | rename RECORDER ID NAME | add RECORDER NAME",
+         u"change the site", &Console::camera},
+        {u"event",
+         u"motion|video-loss RECORDER CAMERA | door|login|disk RECORDER | rate PER_SECOND [RECORDER]",
+         u"report an event, set the pace of those that come by themselves", &Console::event},
+        {u"server", u"leave|join RECORDER", u"take a recorder out of the group and back", &Console::server},
         {u"change", u"site|configuration [RECORDER]", u"report a change to the sessions", &Console::change},
         {u"notice", u"restart|reboot|shutdown|userTimedOut [RECORDER]", u"report a notice to the sessions",
          &Console::notice},
@@ -216,6 +220,10 @@ QString Console::camera(const QStringList &words)
     Recorder *recorder = m_server.recorder(words.value(2));
     if (!recorder)
         return failed(NoRecorder);
+    if (what == "add"_L1 && words.size() > 3)
+        return addCamera(*recorder, words.sliced(3).join(u' '));
+    if (what == "remove"_L1)
+        return removeCamera(*recorder, words.value(3).toInt());
     Camera *camera = recorder->info().camera(words.value(3).toInt());
     if (!camera)
         return failed(u"there is no such camera"_s);
@@ -224,10 +232,87 @@ QString Console::camera(const QStringList &words)
     } else if (what == "rename"_L1 && words.size() > 4) {
         camera->name = words.sliced(4).join(u' ');
     } else {
-        return failed(u"usage: camera enable|disable RECORDER ID | rename RECORDER ID NAME"_s);
+        return failed(u"usage: camera enable|disable|remove RECORDER ID | rename RECORDER ID NAME | add RECORDER NAME"_s);
     }
     recorder->rtsp().setCamera(*camera);
     recorder->changes().addChange(u"site"_s);
+    return ok();
+}
+
+QString Console::addCamera(Recorder &recorder, const QString &name)
+{
+    const Camera *camera = recorder.info().addCamera(name);
+    if (!camera)
+        return failed(u"the recorder has too many cameras"_s);
+    recorder.rtsp().setCamera(*camera);
+    recorder.changes().addChange(u"site"_s);
+    return ok(QString::number(camera->id));
+}
+
+QString Console::removeCamera(Recorder &recorder, int id)
+{
+    Camera *camera = recorder.info().camera(id);
+    if (!camera)
+        return failed(u"there is no such camera"_s);
+    camera->enabled = false;
+    recorder.rtsp().setCamera(*camera);
+    recorder.info().cameras.removeIf([id](const Camera &each) { return each.id == id; });
+    recorder.changes().addChange(u"site"_s);
+    return ok();
+}
+
+QString Console::event(const QStringList &words)
+{
+    static const QHash<QString, EventKind> kinds{{u"motion"_s, EventKind::Motion},
+                                                 {u"video-loss"_s, EventKind::VideoLoss},
+                                                 {u"door"_s, EventKind::Door},
+                                                 {u"login"_s, EventKind::Login},
+                                                 {u"disk"_s, EventKind::Disk}};
+    const QString what = words.value(1);
+    if (what == "rate"_L1)
+        return eventRate(words);
+    const auto kind = kinds.constFind(what);
+    if (kind == kinds.cend())
+        return failed(u"there is no such event"_s);
+    Recorder *recorder = m_server.recorder(words.value(2));
+    if (!recorder)
+        return failed(NoRecorder);
+    const bool ofCamera = *kind == EventKind::Motion || *kind == EventKind::VideoLoss;
+    const int camera = ofCamera ? words.value(3).toInt() : 0;
+    if (ofCamera && !recorder->info().camera(camera))
+        return failed(u"there is no such camera"_s);
+    recorder->events().report(*kind, camera);
+    return ok();
+}
+
+QString Console::eventRate(const QStringList &words)
+{
+    bool valid = false;
+    const double rate = words.value(2).toDouble(&valid);
+    if (!valid || !(rate >= 0 && rate <= EventLog::MaximumRate))
+        return failed(u"rate wants a number from 0 to %1"_s.arg(EventLog::MaximumRate));
+    const Recorders targets = recorders(words, 3);
+    if (targets.empty())
+        return failed(NoRecorder);
+    for (Recorder *recorder : targets)
+        recorder->events().setRate(rate);
+    return ok();
+}
+
+QString Console::server(const QStringList &words)
+{
+    const bool leave = words.value(1) == "leave"_L1;
+    if ((!leave && words.value(1) != "join"_L1) || words.size() != 3)
+        return failed(u"usage: server leave|join RECORDER"_s);
+    Recorder *recorder = m_server.recorder(words.at(2));
+    if (!recorder)
+        return failed(NoRecorder);
+    recorder->info().inGroup = !leave;
+    for (const auto &each : m_server.recorders()) {
+        // One that leaves has no one to tell: its clients hear of it from the others.
+        if (!leave || each.get() != recorder)
+            each->changes().addChange(u"site"_s);
+    }
     return ok();
 }
 

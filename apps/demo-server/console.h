@@ -51,8 +51,13 @@ private:
     QString listener(const QStringList &words);
     QString user(const QStringList &words);
     QString camera(const QStringList &words);
+    QString addCamera(Recorder &recorder, const QString &name);
+    QString removeCamera(Recorder &recorder, int id);
     QString change(const QStringList &words);
     QString notice(const QStringList &words);
+    QString event(const QStringList &words);
+    QString eventRate(const QStringList &words);
+    QString server(const QStringList &words);
     QString clients(const QStringList &words);
 
     DemoServer &m_server;

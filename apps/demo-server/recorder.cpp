@@ -13,6 +13,7 @@ Recorder::Recorder(Site &site, qsizetype index, const Options &options, std::sha
     , m_http([this](const HttpRequest &request, HttpReply reply) { handle(request, std::move(reply)); })
     , m_rtsp(thread, m_info, accounts,
              {options.address, !options.plainRtsp, DeviceClock(options.clockOffset)})
+    , m_events(m_info, DeviceClock(options.clockOffset))
     , m_authenticator(m_info, accounts, DeviceClock(options.clockOffset))
     , m_onvif(onvifContext(options, accounts), m_authenticator)
     , m_siteService(site, m_info, m_authenticator, m_changes, options.maximumSessions, std::move(portOf))
@@ -27,6 +28,7 @@ OnvifContext Recorder::onvifContext(const Options &options, std::shared_ptr<Acco
     context.recorder = &m_info;
     context.accounts = std::move(accounts);
     context.clock = DeviceClock(options.clockOffset);
+    context.events = &m_events;
     context.address = options.address;
     context.siteExtension = !options.plainOnvif;
     context.rtspTls = !options.plainRtsp;
@@ -44,6 +46,7 @@ bool Recorder::start(QString *error)
 void Recorder::stop()
 {
     m_siteService.reset();
+    m_onvif.reset();
     m_http.close();
     m_rtsp.close();
 }

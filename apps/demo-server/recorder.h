@@ -7,6 +7,7 @@
 #include "options.h"
 #include "rtsp/rtspserver.h"
 #include "site/changelog.h"
+#include "site/eventlog.h"
 #include "site/site.h"
 #include "site/siteservice.h"
 #include "site/tlsidentity.h"
@@ -46,6 +47,7 @@ public:
     void setHttpMode(HttpListener::Mode mode) { m_http.setMode(mode); }
     RtspServer &rtsp() { return m_rtsp; }
     ChangeLog &changes() { return m_changes; }
+    EventLog &events() { return m_events; }
     SiteService &siteService() { return m_siteService; }
 
     quint16 httpPort() const { return m_http.port(); }
@@ -67,6 +69,7 @@ private:
     // Replies that wait go before the port that they belong to.
     HttpListener m_http;
     RtspServer m_rtsp;
+    EventLog m_events;
     ChangeLog m_changes;
     Authenticator m_authenticator;
     OnvifEndpoint m_onvif;

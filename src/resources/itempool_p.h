@@ -33,12 +33,12 @@ public:
     using Ids = ResourceIds<N>;
     using IdsOf = Ids (*)(const Item &item);
 
-    ItemPool(const QList<QPointer<Item>> &items, IdsOf idsOf)
+    ItemPool(QList<QPointer<Item>> items, IdsOf idsOf)
     {
         m_slots.reserve(static_cast<std::size_t>(items.size()));
-        for (const QPointer<Item> &item : items) {
+        for (QPointer<Item> &item : items) {
             if (item)
-                m_slots.push_back({idsOf(*item), item});
+                m_slots.push_back({idsOf(*item), std::move(item)});
         }
     }
 
@@ -53,10 +53,10 @@ public:
         return taken;
     }
 
-    /*! Deletes what was not taken. */
+    /*! Deletes what was not taken. Once only. */
     void deleteRest()
     {
-        for (const Slot &slot : std::exchange(m_slots, {})) {
+        for (const Slot &slot : m_slots) {
             // A receiver of the item's end may delete the model, which would delete its children once more.
             if (slot.item)
                 slot.item->setParent(nullptr);

@@ -56,7 +56,7 @@ public:
             if (!alive)
                 return;
             const std::vector<Ids> rows = walk();
-            ItemPool<Item, N> pool(items, m_idsOf);
+            ItemPool<Item, N> pool(std::exchange(items, {}), m_idsOf);
             QList<QPointer<Item>> next = pool.take(rows);
             pool.deleteRest();
             if (!alive)

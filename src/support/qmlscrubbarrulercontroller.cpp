@@ -13,9 +13,10 @@ namespace orrin {
 
 namespace {
 
-// Notches that stand closer than this cannot be told apart, and no screen shows more of them than that.
+// Notches that stand closer than this cannot be told apart, and no screen shows more of them than that; the row is then
+// thinned out.
 constexpr double MinimumStepPx = 0.5;
-constexpr int MaximumNotches = 16384;
+constexpr double MaximumNotches = 8192;
 
 /*! The conversion to an integer that a cast does, with the ends of the range where a cast is undefined; 0 for what is no number. */
 template <class Integer>
@@ -165,14 +166,14 @@ void QmlScrubBarRulerController::paint(QPainter *painter)
     const int bottom = truncated<int>(height * 0.75);
     double x = firstNotchX();
     double step = notchIntervalPx();
-    const double minimumStep = std::max(MinimumStepPx, 2.0 * width / MaximumNotches);
+    const double minimumStep = std::max(MinimumStepPx, width / MaximumNotches);
     if (step < minimumStep)
         step *= std::ceil(minimumStep / step);
     // Only a time at the end of its range puts the row further out than that; it would take ages to come in.
     if (x < -2.0 * (width + step))
         x = -step;
 
-    for (int notch = 0; width > x && notch < MaximumNotches; ++notch, x += step) {
+    for (; width > x; x += step) {
         if (x > 0.0) {
             const double fade = 0.6 / (width / 2.0);
             painter->setOpacity(width / 2.0 > x ? 0.4 + x * fade : (width - x) * fade + 0.4);

@@ -36,7 +36,7 @@ constexpr int Height = 96;
 const QString pictureName = u"screenshot-03-Mar-2026-11-34-56-790-7-42"_s;
 const QString couldNotSave = u"Couldn't save image"_s;
 
-/*! A picture of one colour, #072dc6. */
+/*! A picture of one colour, a dark blue. */
 VideoFrame makeFrame()
 {
     const auto owner = std::make_shared<QByteArray>(Width * Height * 3 / 2, '\0');
@@ -315,9 +315,10 @@ private Q_SLOTS:
     {
         QVERIFY(controller->snapshot(path(u"a.png"_s)));
         const QImage image(path(u"a.png"_s));
-        const QColor ground(0x07, 0x2d, 0xc6);
+        const QColor ground = rendering->generateSnapshot().image.pixelColor(0, 0);
         // #552b2e36 over it.
-        const QColor bar(0x13, 0x2d, 0x96);
+        const auto blended = [](int above, int below) { return (above * 0x55 + below * (255 - 0x55)) / 255; };
+        const QColor bar(blended(0x2b, ground.red()), blended(0x2e, ground.green()), blended(0x36, ground.blue()));
         const auto near = [](QColor a, QColor b) {
             return qAbs(a.red() - b.red()) <= 2 && qAbs(a.green() - b.green()) <= 2 && qAbs(a.blue() - b.blue()) <= 2;
         };

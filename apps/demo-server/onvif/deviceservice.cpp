@@ -161,7 +161,7 @@ std::optional<SoapFault> DeviceService::writeLegacyCapabilities(const OnvifCall 
     const QString category =
         call.operation.child(u"Category") ? call.operation.childText(u"Category") : u"All"_s;
     const bool all = category == "All"_L1;
-    if (!all && category != "Device"_L1 && category != "Media"_L1)
+    if (!all && category != "Device"_L1 && category != "Events"_L1 && category != "Media"_L1)
         return SoapFault{u"env:Receiver"_s,
                          {u"ter:ActionNotSupported"_s, u"ter:NoSuchService"_s},
                          u"There is no such service."_s,
@@ -174,6 +174,16 @@ std::optional<SoapFault> DeviceService::writeLegacyCapabilities(const OnvifCall 
         writer.end();
     }
     const auto services = m_services();
+    for (const OnvifService *service : services) {
+        if (service->ns() != ns::Events || (!all && category != "Events"_L1))
+            continue;
+        writer.start(ns::Schema, "Events"_L1);
+        writer.element(ns::Schema, "XAddr"_L1, service->address(call.request));
+        writer.element(ns::Schema, "WSSubscriptionPolicySupport"_L1, false);
+        writer.element(ns::Schema, "WSPullPointSupport"_L1, true);
+        writer.element(ns::Schema, "WSPausableSubscriptionManagerInterfaceSupport"_L1, false);
+        writer.end();
+    }
     for (const OnvifService *service : services) {
         if (service->ns() != ns::Media || (!all && category != "Media"_L1))
             continue;

@@ -17,6 +17,11 @@ inline constexpr QLatin1StringView PasswordDigest(
 inline constexpr QLatin1StringView Device("http://www.onvif.org/ver10/device/wsdl");
 inline constexpr QLatin1StringView Media("http://www.onvif.org/ver10/media/wsdl");
 inline constexpr QLatin1StringView Media2("http://www.onvif.org/ver20/media/wsdl");
+inline constexpr QLatin1StringView Events("http://www.onvif.org/ver10/events/wsdl");
+inline constexpr QLatin1StringView Notification("http://docs.oasis-open.org/wsn/b-2");
+inline constexpr QLatin1StringView TopicExpressions("http://docs.oasis-open.org/wsn/t-1");
+inline constexpr QLatin1StringView Topics("http://www.onvif.org/ver10/topics");
+inline constexpr QLatin1StringView Addressing("http://www.w3.org/2005/08/addressing");
 inline constexpr QLatin1StringView Schema("http://www.onvif.org/ver10/schema");
 inline constexpr QLatin1StringView Error("http://www.onvif.org/ver10/error");
 inline constexpr QLatin1StringView Site("urn:orrin:site:1");

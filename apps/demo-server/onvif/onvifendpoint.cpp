@@ -2,6 +2,7 @@
 #include "onvif/onvifendpoint.h"
 
 #include "onvif/deviceservice.h"
+#include "onvif/eventservice.h"
 #include "onvif/media2service.h"
 #include "onvif/mediaservice.h"
 
@@ -10,10 +11,6 @@
 namespace orrin::demo {
 
 using namespace Qt::StringLiterals;
-
-namespace {
-constexpr const char *ContentType = "application/soap+xml; charset=utf-8";
-}
 
 OnvifEndpoint::OnvifEndpoint(const OnvifContext &context, Authenticator &authenticator)
     : m_authenticator(authenticator)
@@ -26,6 +23,13 @@ OnvifEndpoint::OnvifEndpoint(const OnvifContext &context, Authenticator &authent
     }));
     m_services.push_back(std::make_unique<MediaService>(context));
     m_services.push_back(std::make_unique<Media2Service>(context));
+    m_services.push_back(std::make_unique<EventService>(context));
+}
+
+void OnvifEndpoint::reset()
+{
+    for (const auto &service : m_services)
+        service->reset();
 }
 
 void OnvifEndpoint::handle(const HttpRequest &request, HttpReply reply)
@@ -44,7 +48,7 @@ void OnvifEndpoint::handle(const HttpRequest &request, HttpReply reply)
                          std::move(reply));
     }
     const auto service = std::ranges::find_if(
-        m_services, [&soap](const auto &each) { return each->ns() == soap.operation.ns; });
+        m_services, [&soap](const auto &each) { return each->serves(soap.operation.ns); });
     const OnvifService::Operation *operation =
         service == m_services.end() ? nullptr : (*service)->operation(soap.operation.name);
     std::optional<User> user;
@@ -62,11 +66,13 @@ void OnvifEndpoint::handle(const HttpRequest &request, HttpReply reply)
         return sendFault(SoapFault::actionNotSupported(soap.operation.name.left(100)), std::move(reply));
     if (operation->access == OnvifService::Access::Administrators && user->level != UserLevel::Administrator)
         return sendFault(SoapFault::notPermitted(), std::move(reply));
-    SoapWriter writer;
     const OnvifCall call{soap.operation, user, request};
+    if (operation->later)
+        return operation->later(call, SoapReply(std::move(reply)));
+    SoapWriter writer;
     if (const std::optional<SoapFault> fault = operation->handler(call, writer))
         return sendFault(*fault, std::move(reply));
-    reply.send(200, ContentType, writer.finish());
+    reply.send(200, SoapReply::ContentType, writer.finish());
 }
 
 void OnvifEndpoint::sendFault(const SoapFault &fault, HttpReply reply, bool stale)
@@ -77,7 +83,7 @@ void OnvifEndpoint::sendFault(const SoapFault &fault, HttpReply reply, bool stal
         for (const QByteArray &challenge : challenges)
             headers.append({"WWW-Authenticate", challenge});
     }
-    reply.send(fault.status, ContentType, fault.document(), headers);
+    reply.send(fault.status, SoapReply::ContentType, fault.document(), headers);
 }
 
 } // namespace orrin::demo

@@ -20,6 +20,9 @@ public:
 
     void handle(const HttpRequest &request, HttpReply reply);
 
+    /*! Forgets what clients left behind. */
+    void reset();
+
 private:
     void sendFault(const SoapFault &fault, HttpReply reply, bool stale = false);
 

@@ -25,7 +25,12 @@ QString OnvifService::address(const HttpRequest &request) const
 
 void OnvifService::add(const QString &name, Access access, Handler handler)
 {
-    m_operations.insert(name, {access, std::move(handler)});
+    m_operations.insert(name, {access, std::move(handler), {}});
+}
+
+void OnvifService::addLater(const QString &name, Access access, LaterHandler handler)
+{
+    m_operations.insert(name, {access, {}, std::move(handler)});
 }
 
 } // namespace orrin::demo

@@ -3,10 +3,12 @@
 
 #include "http/httprequest.h"
 #include "onvif/soapfault.h"
+#include "onvif/soapreply.h"
 #include "onvif/soaprequest.h"
 #include "onvif/soapwriter.h"
 #include "site/accounts.h"
 #include "site/deviceclock.h"
+#include "site/eventlog.h"
 #include "site/site.h"
 
 #include <QHash>
@@ -24,6 +26,7 @@ struct OnvifContext
     const RecorderInfo *recorder = nullptr; //!< outlives the services; may change between calls
     std::shared_ptr<const Accounts> accounts;
     DeviceClock clock;
+    EventLog *events = nullptr; //!< outlives the services
     QString address; //!< what the recorder listens on
     bool siteExtension = true;
     bool rtspTls = true;
@@ -50,10 +53,15 @@ public:
     /*! Writes the operation's response into the envelope; a fault replaces what was written. */
     using Handler = std::function<std::optional<SoapFault>(const OnvifCall &, SoapWriter &)>;
 
+    /*! Answers when it is time to. */
+    using LaterHandler = std::function<void(const OnvifCall &, SoapReply)>;
+
+    /*! One of the two handlers is set. */
     struct Operation
     {
         Access access = Access::Users;
-        Handler handler;
+        Handler handler = {};
+        LaterHandler later = {};
     };
 
     OnvifService(OnvifContext context, QLatin1StringView ns, QString path, int major, int minor);
@@ -63,6 +71,10 @@ public:
 
     QLatin1StringView ns() const { return m_ns; }
     QString path() const { return m_path; }
+    /*! Operations whose element has this namespace are the service's. */
+    virtual bool serves(QStringView ns) const { return ns == m_ns; }
+    /*! Forgets what clients left behind, as a device that starts anew. */
+    virtual void reset() {}
     int majorVersion() const { return m_major; }
     int minorVersion() const { return m_minor; }
 
@@ -77,6 +89,7 @@ public:
 
 protected:
     void add(const QString &name, Access access, Handler handler);
+    void addLater(const QString &name, Access access, LaterHandler handler);
     const OnvifContext &context() const { return m_context; }
     const RecorderInfo &recorder() const { return *m_context.recorder; }
 

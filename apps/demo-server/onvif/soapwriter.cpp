@@ -14,6 +14,11 @@ SoapWriter::SoapWriter() : m_xml(&m_document)
     m_xml.writeNamespace(ns::Device, "tds"_L1);
     m_xml.writeNamespace(ns::Media, "trt"_L1);
     m_xml.writeNamespace(ns::Media2, "tr2"_L1);
+    m_xml.writeNamespace(ns::Events, "tev"_L1);
+    m_xml.writeNamespace(ns::Notification, "wsnt"_L1);
+    m_xml.writeNamespace(ns::TopicExpressions, "wstop"_L1);
+    m_xml.writeNamespace(ns::Topics, "tns1"_L1);
+    m_xml.writeNamespace(ns::Addressing, "wsa"_L1);
     m_xml.writeNamespace(ns::Schema, "tt"_L1);
     m_xml.writeNamespace(ns::Error, "ter"_L1);
     m_xml.writeNamespace(ns::Site, "site"_L1);

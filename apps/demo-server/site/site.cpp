@@ -103,6 +103,17 @@ Camera *RecorderInfo::camera(int cameraId)
     return found == cameras.end() ? nullptr : &*found;
 }
 
+Camera *RecorderInfo::addCamera(const QString &cameraName)
+{
+    if (cameras.size() >= MaximumCameras)
+        return nullptr;
+    int free = 1;
+    while (camera(free))
+        ++free;
+    cameras.append(makeCamera(id, free, cameraName, SceneKind(free % 6), free / 6));
+    return &cameras.last();
+}
+
 QString levelName(UserLevel level)
 {
     return std::ranges::find(LevelNames, level, &std::pair<UserLevel, QStringView>::first)->second.toString();

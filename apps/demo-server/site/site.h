@@ -64,9 +64,16 @@ struct RecorderInfo
     QByteArray timeZone;   //!< IANA name
     QString posixTimeZone; //!< the same zone as POSIX and ONVIF write it
     QList<Camera> cameras;
+    bool inGroup = true; //!< false: it left the group, and stands alone
 
     const Camera *camera(int id) const;
     Camera *camera(int id);
+
+    /*! Cameras that a recorder can have. */
+    static constexpr qsizetype MaximumCameras = 64;
+
+    /*! A new camera with the lowest id that is free; null when there are too many. */
+    Camera *addCamera(const QString &name);
 };
 
 enum class UserLevel { Administrator, Installer, Operator, User };

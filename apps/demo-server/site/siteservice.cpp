@@ -88,7 +88,9 @@ void SiteService::reset()
 
 void SiteService::getSite(const User &user, const HttpRequest &request, HttpReply reply)
 {
-    const QJsonObject group{{u"uid"_s, m_site.groupUid}, {u"name"_s, m_site.groupName}};
+    const QJsonObject group = m_recorder.inGroup
+                                  ? QJsonObject{{u"uid"_s, m_site.groupUid}, {u"name"_s, m_site.groupName}}
+                                  : QJsonObject();
     const QJsonObject server{{u"uid"_s, QString::number(m_recorder.uid)},
                              {u"id"_s, m_recorder.id},
                              {u"name"_s, m_recorder.name},
@@ -115,7 +117,7 @@ QJsonArray SiteService::peers(const HttpRequest &request) const
     host.remove(u']');
     QJsonArray array;
     for (const RecorderInfo &peer : m_site.recorders) {
-        if (peer.id == m_recorder.id)
+        if (peer.id == m_recorder.id || !peer.inGroup || !m_recorder.inGroup)
             continue;
         array.append(QJsonObject{{u"uid"_s, QString::number(peer.uid)},
                                  {u"id"_s, peer.id},
