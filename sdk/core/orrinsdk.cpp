@@ -4,6 +4,7 @@
 #include "core/connectionmanager_p.h"
 #include "core/orrinsdk_p.h"
 #include "core/session/onvif/onvifconnector.h"
+#include "core/stream/processor/streamthreads.h"
 #include "util/log/logdir_p.h"
 #include "util/log/logmanager_p.h"
 
@@ -65,6 +66,9 @@ OrrinSDK *OrrinSDK::instance()
 
 void OrrinSDK::shutdown()
 {
+    // Streams end before the sessions that they belong to.
+    if (theInstance)
+        StreamThreads::instance().shutDown();
     // Whoever hears of the end while it happens finds no instance any more.
     delete std::exchange(theInstance, nullptr);
 }

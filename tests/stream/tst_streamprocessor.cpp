@@ -255,6 +255,8 @@ void TestStreamProcessor::error_comesOnceAndTheStreamResumes_whenItBreaks_data()
 void TestStreamProcessor::error_comesOnceAndTheStreamResumes_whenItBreaks()
 {
     QFETCH(int, mode);
+    // Long enough for the server's mode to change between the error and the first attempt.
+    m_timing.backOffBase = 300ms;
     create();
     m_server->setMode(TestRtspServer::Mode(mode));
     start();
@@ -373,10 +375,14 @@ void TestStreamProcessor::quality_switchesWithoutAGap()
     for (qsizetype i = 1; i < renderer()->frames.size(); ++i) {
         const VideoFrame &frame = renderer()->frames[i];
         QVERIFY(frame.id() > renderer()->frames[i - 1].id());
-        QVERIFY(frame.id() <= renderer()->frames[i - 1].id() + 4);
         switches += isHigh(frame) != isHigh(renderer()->frames[i - 1]);
     }
     QCOMPARE(switches, 2);
+    // A number that is missing belongs to a frame that a newer one replaced before the display was free, and to no other.
+    const auto *display = dynamic_cast<const orrin::Display *>(
+        m_processor->outputs().first().dynamicCast<DisplayOutput>()->presenter()->displays().first().get());
+    QVERIFY(display);
+    QVERIFY(display->deliveredFrames() + display->replacedFrames() >= renderer()->frames.last().id());
     QTRY_COMPARE(m_server->requests.count("TEARDOWN"), 2);
 }
 
