@@ -49,8 +49,10 @@ const std::vector<Console::Command> &Console::commands()
         {u"camera", u"enable|disable|remove RECORDER ID | rename RECORDER ID NAME | add RECORDER NAME",
          u"change the site", &Console::camera},
         {u"event",
-         u"motion|video-loss RECORDER CAMERA | door|login|disk RECORDER | rate PER_SECOND [RECORDER]",
-         u"report an event, set the pace of those that come by themselves", &Console::event},
+         u"motion|video-loss RECORDER CAMERA | door|login|disk RECORDER | rate PER_SECOND [RECORDER] | "
+         "subscriptions|forget [RECORDER]",
+         u"report an event, set the pace of those that come by themselves, count or forget subscriptions",
+         &Console::event},
         {u"server", u"leave|join RECORDER", u"take a recorder out of the group and back", &Console::server},
         {u"change", u"site|configuration [RECORDER]", u"report a change to the sessions", &Console::change},
         {u"notice", u"restart|reboot|shutdown|userTimedOut [RECORDER]", u"report a notice to the sessions",
@@ -271,6 +273,8 @@ QString Console::event(const QStringList &words)
     const QString what = words.value(1);
     if (what == "rate"_L1)
         return eventRate(words);
+    if (what == "subscriptions"_L1 || what == "forget"_L1)
+        return eventSubscriptions(words);
     const auto kind = kinds.constFind(what);
     if (kind == kinds.cend())
         return failed(u"there is no such event"_s);
@@ -297,6 +301,23 @@ QString Console::eventRate(const QStringList &words)
     for (Recorder *recorder : targets)
         recorder->events().setRate(rate);
     return ok();
+}
+
+QString Console::eventSubscriptions(const QStringList &words)
+{
+    const Recorders targets = recorders(words, 2);
+    if (targets.empty())
+        return failed(NoRecorder);
+    int standing = 0;
+    int made = 0;
+    for (Recorder *recorder : targets) {
+        const auto counts = recorder->subscriptionCounts();
+        standing += counts.first;
+        made += counts.second;
+        if (words.value(1) == "forget"_L1)
+            recorder->forgetSubscriptions();
+    }
+    return ok(u"standing=%1 made=%2"_s.arg(QString::number(standing), QString::number(made)));
 }
 
 QString Console::server(const QStringList &words)

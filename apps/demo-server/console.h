@@ -57,6 +57,7 @@ private:
     QString notice(const QStringList &words);
     QString event(const QStringList &words);
     QString eventRate(const QStringList &words);
+    QString eventSubscriptions(const QStringList &words);
     QString server(const QStringList &words);
     QString clients(const QStringList &words);
 

@@ -48,6 +48,8 @@ public:
     RtspServer &rtsp() { return m_rtsp; }
     ChangeLog &changes() { return m_changes; }
     EventLog &events() { return m_events; }
+    std::pair<int, int> subscriptionCounts() const { return m_onvif.subscriptionCounts(); }
+    void forgetSubscriptions() { m_onvif.reset(); }
     SiteService &siteService() { return m_siteService; }
 
     quint16 httpPort() const { return m_http.port(); }

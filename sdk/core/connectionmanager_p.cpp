@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/connectionmanager_p.h"
 
+#include "core/events/eventrecorder.h"
 #include "core/resources/server_p.h"
 
 #include <contract/core/connectionmanager.h>
@@ -110,6 +111,17 @@ void ConnectionManagerPrivate::connectSession(const LinkPtr &link)
     connect(session, &Session::lost, this, handler(&Private::onLost));
     connect(session, &Session::restored, this, handler(&Private::onRestored));
     connect(session, &Session::userTimedOut, this, handler(&Private::onUserTimedOut));
+
+    connect(session, &Session::eventsReceived, this, [weak](const QList<EventDescription> &events) {
+        const LinkPtr link = weak.lock();
+        if (link && !link->closed && link->server)
+            eventrecorder::record(*link->server, events);
+    });
+    connect(session, &Session::eventCausesKnown, this, [weak](const QStringList &causes) {
+        const LinkPtr link = weak.lock();
+        if (link && !link->closed && link->server)
+            eventrecorder::noteCauses(link->server->uniqueId(), causes);
+    });
 
     // What the server tells of itself goes on as it is, with the server's uid in front.
     const auto forward = [weak](auto signal) {

@@ -158,16 +158,19 @@ private Q_SLOTS:
         QCOMPARE(answer.status, 200);
         const QStringList namespaces = texts(answer.body, "Namespace"_L1);
         QCOMPARE(namespaces, QStringList({QString::fromLatin1(Device), QString::fromLatin1(Media),
-                                          QString::fromLatin1(Media2), u"urn:orrin:site:1"_s}));
+                                          QString::fromLatin1(Media2),
+                                          u"http://www.onvif.org/ver10/events/wsdl"_s,
+                                          u"urn:orrin:site:1"_s}));
         const QStringList addresses = texts(answer.body, "XAddr"_L1);
         QCOMPARE(QUrl(addresses.value(2)), media2());
-        QCOMPARE(QUrl(addresses.value(3)), m_server.url(u"/orrin/v1/"_s));
-        QCOMPARE(count(answer.body, "Capabilities"_L1), 6);
+        QCOMPARE(QUrl(addresses.value(3)), m_server.url(u"/onvif/event_service"_s));
+        QCOMPARE(QUrl(addresses.value(4)), m_server.url(u"/orrin/v1/"_s));
+        QCOMPARE(count(answer.body, "Capabilities"_L1), 8);
         const auto old =
             probe.soap(device(), operation("GetCapabilities", Device, "<x:Category>All</x:Category>"));
         QVERIFY(texts(old.body, "XAddr"_L1).contains(media().toString()));
         const auto none =
-            probe.soap(device(), operation("GetCapabilities", Device, "<x:Category>Events</x:Category>"));
+            probe.soap(device(), operation("GetCapabilities", Device, "<x:Category>Imaging</x:Category>"));
         QCOMPARE(none.status, 500);
         QVERIFY(none.contains("ter:NoSuchService"));
     }

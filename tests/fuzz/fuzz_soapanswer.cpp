@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/session/onvif/deviceservice.h"
+#include "core/session/onvif/eventservice.h"
 #include "core/session/onvif/mediaservice.h"
 #include "core/session/onvif/soapanswer.h"
 
@@ -26,6 +27,16 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     mediaservice::sourcesOf(mediaservice::readProfiles(answer.body));
     mediaservice::readMasks(answer.body);
     if (!mediaservice::readStreamUri(answer.body, QStringLiteral("host")).userInfo().isEmpty())
+        std::abort();
+    if (eventservice::readCauses(answer.body).size() > eventservice::CauseLimit)
+        std::abort();
+    for (const EventDescription &event : eventservice::readMessages(answer.body, {})) {
+        if (event.cause.isEmpty() || event.cause.size() > eventservice::TextLimit ||
+            event.text.size() > eventservice::TextLimit || event.source.size() > eventservice::TextLimit)
+            std::abort();
+    }
+    if (const QString path = eventservice::readPullPoint(answer.body).path;
+        !path.isEmpty() && !path.startsWith(u'/'))
         std::abort();
     return 0;
 }

@@ -20,6 +20,7 @@
 
 #include <QAbstractItemModelTester>
 #include <QIdentityProxyModel>
+#include <QJSValue>
 #include <QSignalSpy>
 #include <QStringListModel>
 #include <QTest>
@@ -386,6 +387,7 @@ private Q_SLOTS:
         QTest::newRow("not one") << QVariant(u"a"_s) << false << QStringList{u"b"_s, u"c"_s};
         // A text is one pattern and not a list of its characters.
         QTest::newRow("word") << QVariant(u"ba"_s) << true << QStringList{};
+        QTest::newRow("script word") << QVariant::fromValue(QJSValue(u"ba"_s)) << true << QStringList{};
         QTest::newRow("bytes") << QVariant(QByteArray("ab")) << true << QStringList{u"ab"_s};
         QTest::newRow("both") << QVariant(both) << true << QStringList{u"ab"_s};
         QTest::newRow("neither") << QVariant(both) << false << QStringList{u"c"_s};

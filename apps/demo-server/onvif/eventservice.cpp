@@ -138,8 +138,10 @@ void EventService::addManagement()
             if (!m_points.renew(subscriptionId(call.request), call.user->name, *time))
                 return noSubscription();
             writer.start(ns::Notification, "RenewResponse"_L1);
+            const auto granted =
+                std::clamp(*time, PullPoints::ShortestLifetime, PullPoints::LongestLifetime);
             writer.element(ns::Notification, "TerminationTime"_L1,
-                           timeText(context().clock.nowMs() + time->count()));
+                           timeText(context().clock.nowMs() + granted.count()));
             writer.element(ns::Notification, "CurrentTime"_L1, timeText(context().clock.nowMs()));
             writer.end();
             return std::nullopt;
@@ -218,8 +220,8 @@ std::optional<SoapFault> EventService::create(const OnvifCall &call, SoapWriter 
     if (filter && !filter->children.isEmpty())
         return SoapFault::invalidArgument(u"InvalidFilter"_s, u"Filters are not supported."_s);
     const QString wanted = call.operation.childText(u"InitialTerminationTime");
-    const auto time = wanted.isEmpty() ? PullPoints::DefaultLifetime : lifetime(wanted);
-    if (!time)
+    const std::optional<Milliseconds> time = wanted.isEmpty() ? std::nullopt : lifetime(wanted);
+    if (!wanted.isEmpty() && !time)
         return badTime();
     const std::optional<QString> id = m_points.create(call.user->name, *time);
     if (!id)
@@ -234,7 +236,8 @@ std::optional<SoapFault> EventService::create(const OnvifCall &call, SoapWriter 
         u"https://%1/onvif/subscription/%2"_s.arg(QString::fromLatin1(call.request.host), *id));
     writer.end();
     writeTimes(writer, ns::Notification,
-               std::clamp(*time, PullPoints::ShortestLifetime, PullPoints::LongestLifetime));
+               std::clamp(time.value_or(PullPoints::DefaultLifetime), PullPoints::ShortestLifetime,
+                          PullPoints::LongestLifetime));
     writer.end();
     return std::nullopt;
 }

@@ -15,6 +15,10 @@ public:
 
     bool serves(QStringView ns) const override;
     void reset() override { m_points.reset(); }
+    std::pair<int, int> subscriptionCounts() const override
+    {
+        return {int(m_points.count()), m_points.madeCount()};
+    }
     void writeCapabilities(SoapWriter &writer) const override;
 
 private:

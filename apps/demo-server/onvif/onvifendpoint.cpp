@@ -32,6 +32,17 @@ void OnvifEndpoint::reset()
         service->reset();
 }
 
+std::pair<int, int> OnvifEndpoint::subscriptionCounts() const
+{
+    std::pair<int, int> sum{0, 0};
+    for (const auto &service : m_services) {
+        const auto [standing, made] = service->subscriptionCounts();
+        sum.first += standing;
+        sum.second += made;
+    }
+    return sum;
+}
+
 void OnvifEndpoint::handle(const HttpRequest &request, HttpReply reply)
 {
     if (request.method != "POST") {

@@ -22,6 +22,8 @@ public:
 
     /*! Forgets what clients left behind. */
     void reset();
+    /*! Subscriptions that stand, and those made since the start. */
+    std::pair<int, int> subscriptionCounts() const;
 
 private:
     void sendFault(const SoapFault &fault, HttpReply reply, bool stale = false);

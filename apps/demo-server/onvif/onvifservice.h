@@ -75,6 +75,8 @@ public:
     virtual bool serves(QStringView ns) const { return ns == m_ns; }
     /*! Forgets what clients left behind, as a device that starts anew. */
     virtual void reset() {}
+    /*! Subscriptions of clients: those that stand, and those made since the start. */
+    virtual std::pair<int, int> subscriptionCounts() const { return {0, 0}; }
     int majorVersion() const { return m_major; }
     int minorVersion() const { return m_minor; }
 

@@ -17,7 +17,7 @@ PullPoints::PullPoints(EventLog &log, Permission permission, Answer answer)
 
 PullPoints::~PullPoints() = default;
 
-std::optional<QString> PullPoints::create(const QString &user, Milliseconds lifetime)
+std::optional<QString> PullPoints::create(const QString &user, std::optional<Milliseconds> lifetime)
 {
     removeExpired();
     if (m_points.size() >= MaximumCount)
@@ -27,7 +27,9 @@ std::optional<QString> PullPoints::create(const QString &user, Milliseconds life
     point.user = user;
     point.next = m_log.end();
     point.states = m_log.states();
-    extend(point, lifetime);
+    point.livesByPulls = !lifetime;
+    extend(point, lifetime.value_or(DefaultLifetime));
+    ++m_made;
     return id;
 }
 
@@ -65,11 +67,12 @@ bool PullPoints::pull(const QString &id, const QString &user, Milliseconds wait,
     if (!point)
         return false;
     finish(*point, {});
-    extend(*point, std::max(point->lifetime, wait));
+    if (point->livesByPulls)
+        extend(*point, DefaultLifetime);
     Waiting waiting{std::move(reply), std::clamp(limit, 1, MaximumMessages), nullptr};
     const QList<Message> messages = take(*point, waiting.limit);
     if (!messages.isEmpty() || wait <= Milliseconds::zero()) {
-        m_answer(std::move(waiting.reply), messages, point->lifetime);
+        m_answer(std::move(waiting.reply), messages, remaining(*point));
         return true;
     }
     waiting.timer = std::make_unique<QTimer>();
@@ -108,8 +111,14 @@ QList<PullPoints::Message> PullPoints::take(Point &point, int limit)
 
 void PullPoints::extend(Point &point, Milliseconds lifetime)
 {
-    point.lifetime = std::clamp(lifetime, ShortestLifetime, LongestLifetime);
-    point.end = std::chrono::steady_clock::now() + point.lifetime;
+    point.end =
+        std::chrono::steady_clock::now() + std::clamp(lifetime, ShortestLifetime, LongestLifetime);
+}
+
+PullPoints::Milliseconds PullPoints::remaining(const Point &point)
+{
+    const auto time = point.end - std::chrono::steady_clock::now();
+    return std::max(Milliseconds::zero(), std::chrono::duration_cast<Milliseconds>(time));
 }
 
 void PullPoints::finish(Point &point, const QList<Message> &messages)
@@ -120,7 +129,7 @@ void PullPoints::finish(Point &point, const QList<Message> &messages)
     point.waiting.reset();
     // This may be the timer's own signal.
     waiting.timer.release()->deleteLater();
-    m_answer(std::move(waiting.reply), messages, point.lifetime);
+    m_answer(std::move(waiting.reply), messages, remaining(point));
 }
 
 void PullPoints::answerWaiting()
@@ -137,8 +146,11 @@ void PullPoints::answerWaiting()
 void PullPoints::removeExpired()
 {
     const auto now = std::chrono::steady_clock::now();
-    std::erase_if(m_points, [now](const auto &entry) {
-        return entry.second.end <= now && !entry.second.waiting;
+    std::erase_if(m_points, [this, now](auto &entry) {
+        if (entry.second.end > now)
+            return false;
+        finish(entry.second, {});
+        return true;
     });
 }
 

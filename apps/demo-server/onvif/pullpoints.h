@@ -49,8 +49,9 @@ public:
     PullPoints(EventLog &log, Permission permission, Answer answer);
     ~PullPoints() override;
 
-    /*! The id of a new subscription, or nothing when there are too many. */
-    std::optional<QString> create(const QString &user, Milliseconds lifetime);
+    /*! The id of a new subscription, or nothing when there are too many. Without a lifetime it lasts for the
+        default one, and each pull prolongs it. */
+    std::optional<QString> create(const QString &user, std::optional<Milliseconds> lifetime);
     /*! False when \a user has no such subscription. */
     bool renew(const QString &id, const QString &user, Milliseconds lifetime);
     bool remove(const QString &id, const QString &user);
@@ -61,6 +62,8 @@ public:
     /*! Forgets all subscriptions; what waits gets no answer. */
     void reset() { m_points.clear(); }
     std::size_t count() const { return m_points.size(); }
+    /*! How many were made since the start. */
+    int madeCount() const { return m_made; }
 
 private:
     struct Waiting
@@ -74,7 +77,7 @@ private:
         QString user;
         qint64 next = 0;
         QList<Event> states; // to be told before anything else
-        Milliseconds lifetime{};
+        bool livesByPulls = false;
         std::chrono::steady_clock::time_point end;
         std::optional<Waiting> waiting;
     };
@@ -82,6 +85,7 @@ private:
     Point *find(const QString &id, const QString &user);
     QList<Message> take(Point &point, int limit);
     void extend(Point &point, Milliseconds lifetime);
+    static Milliseconds remaining(const Point &point);
     void finish(Point &point, const QList<Message> &messages);
     void answerWaiting();
     void removeExpired();
@@ -90,6 +94,7 @@ private:
     Permission m_permission;
     Answer m_answer;
     std::map<QString, Point> m_points;
+    int m_made = 0;
     QTimer m_sweep;
 };
 

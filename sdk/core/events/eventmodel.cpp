@@ -7,6 +7,8 @@
 #include <contract/core/orrinsdk.h>
 #include <contract/core/preferences.h>
 
+#include <QTimeZone>
+
 #include <algorithm>
 
 namespace orrin {
@@ -22,22 +24,100 @@ int EventModelPrivate::maximumRows() const
     return std::clamp(ok ? rows : Default, 1, HardLimit);
 }
 
-void EventModelPrivate::append(const EventRecord &record)
+void EventModelPrivate::append(const QList<EventRecord> &batch)
 {
-    q->beginInsertRows(QModelIndex(), 0, 0);
-    records.push_front(record);
-    q->endInsertRows();
-    QStringList &known = causes[record.serverUid];
-    if (known.size() < CauseLimit && !known.contains(record.cause))
-        known.append(record.cause);
     const int limit = maximumRows();
-    const int count = static_cast<int>(records.size());
-    if (count <= limit)
+    const qsizetype kept = std::min<qsizetype>(batch.size(), limit);
+    if (kept == 0)
         return;
-    q->beginRemoveRows(QModelIndex(), limit, count - 1);
-    records.resize(static_cast<std::size_t>(limit));
+    shrinkTo(limit - static_cast<int>(kept));
+    if (m_counts.size() > EventCauses::ServerLimit)
+        m_counts.clear();
+    for (const EventRecord &record : batch)
+        causes.note(record.serverUid, record.baseCause.isEmpty() ? record.cause : record.baseCause);
+    // What would leave at once does not come, but counts.
+    m_lastId += static_cast<quint64>(batch.size() - kept);
+    for (const EventRecord &record : batch.first(batch.size() - kept))
+        ++m_counts[record.serverUid];
+    q->beginInsertRows(QModelIndex(), 0, static_cast<int>(kept) - 1);
+    for (EventRecord record : batch.last(kept)) {
+        record.id = ++m_lastId;
+        record.instanceNumber = ++m_counts[record.serverUid];
+        records.push_front(std::move(record));
+    }
+    q->endInsertRows();
+}
+
+void EventModelPrivate::shrinkTo(int rows)
+{
+    const int count = static_cast<int>(records.size());
+    if (count <= rows)
+        return;
+    q->beginRemoveRows(QModelIndex(), rows, count - 1);
+    records.resize(static_cast<std::size_t>(rows));
     q->endRemoveRows();
 }
+
+namespace {
+
+int stateCode(EventDescription::State state)
+{
+    switch (state) {
+    case EventDescription::State::Began:
+        return 1;
+    case EventDescription::State::Ended:
+        return 0;
+    case EventDescription::State::Momentary:
+        break;
+    }
+    return -1;
+}
+
+QString stateString(EventDescription::State state)
+{
+    switch (state) {
+    case EventDescription::State::Began:
+        return QStringLiteral("began");
+    case EventDescription::State::Ended:
+        return QStringLiteral("ended");
+    case EventDescription::State::Momentary:
+        break;
+    }
+    return {};
+}
+
+/*! What only the details of a row show. */
+QVariant detail(const EventRecord &record, int role)
+{
+    switch (role) {
+    case EventModel::IdRole:
+        return record.id;
+    case EventModel::SourceIdRole:
+        return record.sourceId;
+    case EventModel::TextRole:
+        return record.text;
+    case EventModel::StateCodeRole:
+        return stateCode(record.state);
+    case EventModel::StateStringRole:
+        return stateString(record.state);
+    case EventModel::TimeCodeRole:
+        return record.time.toMSecsSinceEpoch();
+    case EventModel::TimeZoneOffsetRole:
+        return record.time.offsetFromUtc();
+    case EventModel::TimeZoneNameRole:
+        return QString::fromUtf8(record.time.timeZone().id());
+    case EventModel::ServerUniqueIdRole:
+        return QString::number(record.serverUid);
+    case EventModel::InstanceNumberRole:
+        return record.instanceNumber;
+    case EventModel::SortIdRole:
+        return record.sortId;
+    default:
+        return {};
+    }
+}
+
+} // namespace
 
 EventModel::EventModel(QObject *parent)
     : QAbstractListModel(parent), d(std::make_unique<EventModelPrivate>(this))
@@ -75,7 +155,7 @@ QVariant EventModel::data(const QModelIndex &index, int role) const
     case ChannelIdRole:
         return record.channelId;
     default:
-        return {};
+        return detail(record, role);
     }
 }
 
@@ -89,7 +169,18 @@ QHash<int, QByteArray> EventModel::roleNames() const
                   {CauseColorRole, QByteArrayLiteral("causeColor")},
                   {TimeRole, QByteArrayLiteral("time")},
                   {ServerUidRole, QByteArrayLiteral("serverUid")},
-                  {ChannelIdRole, QByteArrayLiteral("channelId")}});
+                  {ChannelIdRole, QByteArrayLiteral("channelId")},
+                  {IdRole, QByteArrayLiteral("id")},
+                  {SourceIdRole, QByteArrayLiteral("sourceId")},
+                  {TextRole, QByteArrayLiteral("text")},
+                  {StateCodeRole, QByteArrayLiteral("stateCode")},
+                  {StateStringRole, QByteArrayLiteral("stateString")},
+                  {TimeCodeRole, QByteArrayLiteral("timeCode")},
+                  {TimeZoneOffsetRole, QByteArrayLiteral("timeZoneOffset")},
+                  {TimeZoneNameRole, QByteArrayLiteral("timeZoneName")},
+                  {ServerUniqueIdRole, QByteArrayLiteral("serverUniqueId")},
+                  {InstanceNumberRole, QByteArrayLiteral("instanceNumber")},
+                  {SortIdRole, QByteArrayLiteral("sortId")}});
     return names;
 }
 

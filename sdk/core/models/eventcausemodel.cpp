@@ -16,6 +16,11 @@ namespace orrin {
 class EventCauseModelPrivate
 {
 public:
+    explicit EventCauseModelPrivate(EventCauseModel *q) : q(q) {}
+
+    /*! Appends the causes that are known by now and not in the list yet. */
+    void takeCauses();
+
     /*! Looked up at each request, since the server may connect after the model was made. */
     unsigned long long uid() const
     {
@@ -28,15 +33,17 @@ public:
         return 0;
     }
 
+    EventCauseModel *q;
     QPointer<ConnectionManager> manager;
     int serverId = -1;
     unsigned long long serverUid = 0;
     bool withAny = false;
     QStringList causes;
+    bool waits = false;
 };
 
 EventCauseModel::EventCauseModel(ConnectionManager *manager, int serverId, bool withAny, QObject *parent)
-    : QAbstractListModel(parent), d(std::make_unique<EventCauseModelPrivate>())
+    : QAbstractListModel(parent), d(std::make_unique<EventCauseModelPrivate>(this))
 {
     d->manager = manager;
     d->serverId = serverId;
@@ -45,7 +52,7 @@ EventCauseModel::EventCauseModel(ConnectionManager *manager, int serverId, bool 
 
 EventCauseModel::EventCauseModel(ConnectionManager *manager, unsigned long long serverUid, bool withAny,
                                  QObject *parent)
-    : QAbstractListModel(parent), d(std::make_unique<EventCauseModelPrivate>())
+    : QAbstractListModel(parent), d(std::make_unique<EventCauseModelPrivate>(this))
 {
     d->manager = manager;
     d->serverUid = serverUid;
@@ -56,29 +63,38 @@ EventCauseModel::~EventCauseModel() = default;
 
 void EventCauseModel::requestCauses()
 {
-    QMetaObject::invokeMethod(
-        this,
-        [this] {
-            const OrrinSDK *sdk = OrrinSDK::instance();
-            const unsigned long long uid = d->uid();
-            if (!sdk || uid == 0)
-                return;
-            QStringList added;
-            if (d->withAny && d->causes.isEmpty())
-                added.append(QString());
-            const QStringList known = sdk->eventManager()->liveEvents()->d_func()->causes.value(uid);
-            for (const QString &cause : known) {
-                if (!d->causes.contains(cause))
-                    added.append(cause);
-            }
-            if (added.isEmpty())
-                return;
-            const int first = static_cast<int>(d->causes.size());
-            beginInsertRows({}, first, first + static_cast<int>(added.size()) - 1);
-            d->causes += added;
-            endInsertRows();
-        },
-        Qt::QueuedConnection);
+    if (const OrrinSDK *sdk = OrrinSDK::instance(); sdk && !d->waits) {
+        // The server may tell what it has only later.
+        d->waits = true;
+        const EventCauses &causes = sdk->eventManager()->liveEvents()->d_func()->causes;
+        connect(&causes, &EventCauses::told, this, [this](quint64 serverUid) {
+            if (serverUid == d->uid())
+                d->takeCauses();
+        });
+    }
+    QMetaObject::invokeMethod(this, [this] { d->takeCauses(); }, Qt::QueuedConnection);
+}
+
+void EventCauseModelPrivate::takeCauses()
+{
+    const OrrinSDK *sdk = OrrinSDK::instance();
+    const unsigned long long server = uid();
+    if (!sdk || server == 0)
+        return;
+    QStringList added;
+    if (withAny && causes.isEmpty())
+        added.append(QString());
+    const QStringList known = sdk->eventManager()->liveEvents()->d_func()->causes.of(server);
+    for (const QString &cause : known) {
+        if (!causes.contains(cause))
+            added.append(cause);
+    }
+    if (added.isEmpty())
+        return;
+    const int first = static_cast<int>(causes.size());
+    q->beginInsertRows({}, first, first + static_cast<int>(added.size()) - 1);
+    causes += added;
+    q->endInsertRows();
 }
 
 int EventCauseModel::rowCount(const QModelIndex &parent) const

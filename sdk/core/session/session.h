@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "core/session/eventdescription.h"
 #include "core/session/mediaendpoint.h"
 #include "core/session/sitedescription.h"
 
@@ -10,7 +11,9 @@
 #include <contract/core/loginerror.h>
 #include <contract/core/statusobject.h>
 
+#include <QList>
 #include <QObject>
+#include <QStringList>
 
 #include <functional>
 
@@ -49,6 +52,10 @@ Q_SIGNALS:
     void loginFailed(const orrin::LoginError &error);
     void lost(const orrin::ConnectionError &error);
     void restored();
+    /*! What happened since the last time, oldest first. */
+    void eventsReceived(const QList<orrin::EventDescription> &events);
+    /*! The causes of all events that the server has, in words; after opened() and after restored(). */
+    void eventCausesKnown(const QStringList &causes);
     void statusChanged(const orrin::StatusObject &status);
     /*! The server ended the user's session for lack of activity; the session is then closed. */
     void userTimedOut();

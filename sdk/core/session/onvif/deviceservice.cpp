@@ -69,6 +69,8 @@ Services readServices(const XmlElement &answer)
             services.media = path;
         else if (name == onvif::Media2Namespace)
             services.media2 = path;
+        else if (name == onvif::EventsNamespace)
+            services.events = path;
         else if (name == onvif::SiteNamespace)
             services.site = path.isEmpty() ? QStringLiteral("/orrin/v1/") : path;
     }
@@ -80,6 +82,7 @@ Services readCapabilities(const XmlElement &answer)
     Services services;
     services.media = pathOf(answer.at({u"Capabilities", u"Media", u"XAddr"}).value());
     services.media2 = pathOf(answer.at({u"Capabilities", u"Extension", u"Media2", u"XAddr"}).value());
+    services.events = pathOf(answer.at({u"Capabilities", u"Events", u"XAddr"}).value());
     return services;
 }
 

@@ -37,6 +37,7 @@ struct Services
 {
     QString media;
     QString media2;
+    QString events;
     QString site;
 };
 

@@ -9,6 +9,8 @@ namespace orrin::onvif {
 inline const QString DeviceNamespace = QStringLiteral("http://www.onvif.org/ver10/device/wsdl");
 inline const QString MediaNamespace = QStringLiteral("http://www.onvif.org/ver10/media/wsdl");
 inline const QString Media2Namespace = QStringLiteral("http://www.onvif.org/ver20/media/wsdl");
+inline const QString EventsNamespace = QStringLiteral("http://www.onvif.org/ver10/events/wsdl");
+inline const QString NotificationNamespace = QStringLiteral("http://docs.oasis-open.org/wsn/b-2");
 inline const QString SchemaNamespace = QStringLiteral("http://www.onvif.org/ver10/schema");
 inline const QString SiteNamespace = QStringLiteral("urn:orrin:site:1");
 

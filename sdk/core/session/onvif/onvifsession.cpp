@@ -3,6 +3,8 @@
 
 #include "core/corelog.h"
 #include "core/session/onvif/descriptionreader.h"
+#include "core/session/onvif/eventservice.h"
+#include "core/session/onvif/eventsubscription.h"
 #include "core/session/onvif/publickeypolicy.h"
 #include "core/session/onvif/sitewatch.h"
 
@@ -40,6 +42,7 @@ OnvifSession::OnvifSession(const CorvaneUrl &url, const SharedCredentials &crede
 
 OnvifSession::~OnvifSession()
 {
+    EventSubscription::end(std::move(m_events));
     DeviceLink::end(std::move(m_link));
 }
 
@@ -63,6 +66,7 @@ void OnvifSession::close()
 
 void OnvifSession::dropLink()
 {
+    EventSubscription::end(std::move(m_events));
     dropLater(m_watch);
     dropLater(m_reader);
     m_readOnceMore = false;
@@ -168,6 +172,27 @@ void OnvifSession::onLinkReady(DeviceLinkPtr link)
         Q_EMIT opened();
     else
         Q_EMIT restored();
+    // Not before: events belong to a server that stands.
+    if (guard && m_state == State::Online)
+        startEvents();
+}
+
+void OnvifSession::startEvents()
+{
+    if (m_link->services.events.isEmpty() || m_events)
+        return;
+    m_events = std::make_unique<EventSubscription>(*m_link, m_timings);
+    connect(m_events.get(), &EventSubscription::pulled, this, &OnvifSession::onEvents);
+    connect(m_events.get(), &EventSubscription::causesKnown, this, &Session::eventCausesKnown);
+    m_events->start();
+}
+
+void OnvifSession::onEvents(const XmlElement &answer)
+{
+    const QList<EventDescription> events =
+        eventservice::readMessages(answer, m_link->assembled.channelsBySource);
+    if (!events.isEmpty())
+        Q_EMIT eventsReceived(events);
 }
 
 void OnvifSession::startWatch()

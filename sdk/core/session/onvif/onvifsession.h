@@ -15,7 +15,9 @@
 namespace orrin {
 
 class DescriptionReader;
+class EventSubscription;
 class SiteWatch;
+class XmlElement;
 
 /*! A session with a device that speaks ONVIF, with or without the site extension. Main thread; network
     threads are Qt's.
@@ -55,6 +57,8 @@ private:
     void onLoginFailed(const LoginFailure &failure);
     void onLinkReady(DeviceLinkPtr link);
     void startWatch();
+    void startEvents();
+    void onEvents(const XmlElement &answer);
     void readAgain();
     void onReadAgain(const std::optional<LoginFailure> &failure);
     void lose(const ConnectionError &error);
@@ -78,6 +82,7 @@ private:
     DeviceLinkPtr m_link;
     std::unique_ptr<LoginSequence> m_sequence;
     std::unique_ptr<SiteWatch> m_watch;
+    std::unique_ptr<EventSubscription> m_events;
     std::unique_ptr<DescriptionReader> m_reader;
     bool m_readOnceMore = false;
     QHash<quint64, EndpointRequest> m_endpoints;

@@ -20,6 +20,9 @@ struct OnvifTimings
     Milliseconds changesPause{250};     //!< between two of them, whatever the server does
     Milliseconds reconnectFirst{1000};
     Milliseconds reconnectLongest{60000};
+    Milliseconds pullWait{20000};             //!< how long a device may keep a request for events
+    Milliseconds pullPause{250};              //!< between the beginnings of two of them
+    Milliseconds subscriptionLifetime{60000}; //!< that is asked for
     Milliseconds endpointTimeout{8000}; //!< of a request for a stream's address
 };
 

@@ -43,6 +43,9 @@ void addChannel(AssembledSite &site, const SiteParts &parts, ChannelDescription 
 {
     if (source) {
         channel.privacyMask = parts.masks.value(source->configuration);
+        if (!source->configuration.isEmpty())
+            site.channelsBySource.insert(source->configuration, channel.id);
+        site.channelsBySource.insert(source->token, channel.id);
         site.streams.insert(channel.id, {source->highProfile, source->lowProfile, channel.privacyMask});
     }
     site.description.channels.append(channel);
@@ -64,6 +67,8 @@ void addChannels(AssembledSite &site, const SiteParts &parts)
     for (const SiteExtension::Camera &camera : *parts.extension->cameras) {
         const mediaservice::Source *source = sources.value(camera.source);
         ChannelDescription channel = camera.channel;
+        if (!camera.source.isEmpty())
+            site.channelsBySource.insert(camera.source, channel.id);
         if (channel.tracks.isEmpty() && source)
             channel.tracks = tracksOf(*source);
         addChannel(site, parts, channel, source);

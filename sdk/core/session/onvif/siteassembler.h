@@ -42,6 +42,7 @@ struct AssembledSite
 {
     SiteDescription description;
     QHash<int, ChannelStreams> streams; //!< by channel id
+    QHash<QString, int> channelsBySource;  //!< by the tokens of a source and of its configuration
 };
 
 /*! Puts the pieces together. The channels of a plain device are numbered by the order of its sources, from 1;

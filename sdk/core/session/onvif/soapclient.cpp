@@ -6,6 +6,7 @@
 
 #include <KDSoapClient/KDSoapAuthentication.h>
 #include <KDSoapClient/KDSoapClientInterface.h>
+#include <KDSoapClient/KDSoapMessageAddressingProperties.h>
 
 #include <QDateTime>
 #include <QNetworkAccessManager>
@@ -90,11 +91,19 @@ void SoapClient::send(Attempt attempt)
     prepareAuthentication(attempt);
     KDSoapMessage message;
     message = argument(attempt.request.method, attempt.request.arguments, attempt.request.serviceNamespace);
+    QString action = attempt.request.serviceNamespace + u'/' + attempt.request.method;
+    if (!attempt.request.action.isEmpty()) {
+        action = attempt.request.action;
+        KDSoapMessageAddressingProperties addressing;
+        addressing.setAddressingNamespace(KDSoapMessageAddressingProperties::Addressing200508);
+        addressing.setAction(action);
+        addressing.setDestination(attempt.request.url.toString());
+        message.setMessageAddressingProperties(addressing);
+    }
     m_interface->setEndPoint(attempt.request.url.toString());
     const quint64 number = ++m_lastCall;
     m_calls.emplace(number,
-                    m_interface->asyncCall(attempt.request.method, message,
-                                           attempt.request.serviceNamespace + u'/' + attempt.request.method));
+                    m_interface->asyncCall(attempt.request.method, message, action));
     QNetworkReply *reply = newestReply();
     const auto timeout = attempt.request.timeout;
     new HttpExchange(

@@ -47,6 +47,9 @@ public:
         KDSoapValueList arguments = {};
         bool authenticated = true;
         std::chrono::milliseconds timeout{8000};
+        /*! The action of WS-Addressing, with which the message then names its receiver too; services of
+            notifications want it. Empty: the service's namespace and the method. */
+        QString action = {};
     };
     using Callback = std::function<void(const SoapAnswer &)>;
 

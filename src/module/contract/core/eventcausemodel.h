@@ -26,13 +26,16 @@ public:
     EventCauseModel(ConnectionManager *manager, unsigned long long serverUid, bool withAny, QObject *parent = nullptr);
     ~EventCauseModel() override;
 
-    /*! Asks for the causes; those that are not in the list yet are appended by the event loop. */
+    /*! Asks for the causes; those that are not in the list yet are appended by the event loop, and so are
+        those that the server itself tells later. */
     void requestCauses();
 
     int rowCount(const QModelIndex &parent = {}) const override;
     QVariant data(const QModelIndex &index, int role) const override;
 
 private:
+    friend class EventCauseModelPrivate;
+
     std::unique_ptr<EventCauseModelPrivate> d;
 };
 

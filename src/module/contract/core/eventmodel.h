@@ -25,6 +25,17 @@ public:
         TimeRole,                       //!< `time`: QDateTime in UTC
         ServerUidRole,                  //!< `serverUid`: 64-bit
         ChannelIdRole,                  //!< `channelId`: int, -1 when the source is no channel
+        IdRole,             //!< `id`: unique in the process, ascending
+        SourceIdRole,       //!< `sourceId`: what the device calls the source
+        TextRole,           //!< `text`: what else the device told
+        StateCodeRole,      //!< `stateCode`: 1 it began, 0 it ended, -1 it has no duration
+        StateStringRole,    //!< `stateString`: "began", "ended" or empty
+        TimeCodeRole,       //!< `timeCode`: milliseconds since 1970 UTC
+        TimeZoneOffsetRole, //!< `timeZoneOffset`: of the server's zone at that time, in seconds east of UTC
+        TimeZoneNameRole,   //!< `timeZoneName`: IANA name of the server's zone
+        ServerUniqueIdRole, //!< `serverUniqueId`: the 64-bit uid as text, for showing
+        InstanceNumberRole, //!< `instanceNumber`: counts the events of the server, from 1
+        SortIdRole,         //!< `sortId`: the channel's, -1 when the source is no channel
     };
 
     explicit EventModel(QObject *parent = nullptr);
