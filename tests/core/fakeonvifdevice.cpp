@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "fakeonvifdevice.h"
 
+#include <algorithm>
 #include <QCryptographicHash>
 #include <QRegularExpression>
 
@@ -166,8 +167,10 @@ std::optional<FakeAnswer> FakeOnvifDevice::answerSite(const FakeRequest &request
     if (request.method == "DELETE" && path == "session/s%201")
         return FakeAnswer{200, "{}", {}};
     if (request.method == "GET" && path.startsWith("changes?session=s%201&after=")) {
-        if (!sessionKnown)
+        if (!sessionKnown || forgottenPolls > 0) {
+            forgottenPolls = std::max(0, forgottenPolls - 1);
             return FakeAnswer{404, "{}", {}};
+        }
         if (changes.isEmpty())
             return std::nullopt;
         return FakeAnswer{200, std::exchange(changes, QByteArray()), {}};

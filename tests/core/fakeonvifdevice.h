@@ -42,6 +42,7 @@ public:
     QByteArray changes;     //!< empty: the request for changes stays open
     QByteArray jsonRefusal; //!< body of a 403 for POST session
     bool sessionKnown = true;
+    int forgottenPolls = 0; //!< so many polls for changes are answered as for an unknown session
     /*! Asked first; what it returns goes out in place of everything else. */
     std::function<std::optional<FakeAnswer>(const FakeRequest &)> intercept;
 

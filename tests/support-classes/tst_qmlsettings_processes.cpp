@@ -201,7 +201,8 @@ void TestQmlSettingsProcesses::save_losesNeitherFileNorKeys_whenProcessesSaveAtO
         QTRY_COMPARE_WITH_TIMEOUT(process->state(), QProcess::NotRunning, TimeoutMs);
         QCOMPARE(process->exitCode(), 0);
     }
-    QVERIFY(reads > rounds);
+    // How often the file could be looked at between two saves depends on the machine.
+    QVERIFY(reads > labels.size());
     QCOMPARE(firstDefect, QString());
 
     const QStringList keys = m_sandbox->storedKeys();
