@@ -35,7 +35,9 @@ Rectangle {
         channelId: root.channelId
         onChannelIdChanged: root.pictures = 0
         onCurrentFrameChanged: {
-            root.pictures += 1;
+            // Enough to know that the picture moves; nothing else hangs on the count.
+            if (root.pictures < 4)
+                root.pictures += 1;
             root.errorText = "";
         }
         onErrorReceived: root.errorText = display.error

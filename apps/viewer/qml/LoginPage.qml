@@ -16,11 +16,13 @@ Item {
     readonly property bool keyChanged: manager.status === ConnectionManager.Error
                                        && manager.error === ConnectionManager.PUBLIC_KEY_CHANGED
     property string errorText
+    property bool keyRefused: false
 
     signal loggedIn()
 
     function login() {
         errorText = "";
+        keyRefused = false;
         manager.hostAndPort = hostField.text;
         manager.username = userField.text;
         manager.password = passwordField.text;
@@ -107,13 +109,16 @@ Item {
             }
             KeyQuestion {
                 Layout.fillWidth: true
-                visible: root.keyChanged
+                visible: root.keyChanged && !root.keyRefused
                 server: hostField.text
                 onTrusted: {
                     manager.overwritePublicKey();
                     root.login();
                 }
-                onRefused: root.errorText = ""
+                onRefused: {
+                    root.keyRefused = true;
+                    root.errorText = "";
+                }
             }
             Text {
                 Layout.fillWidth: true
