@@ -64,7 +64,7 @@ int ConnectionManagerPrivate::connectToServer(const CorvaneUrl &url, const Share
     login.credentials = credentials;
     login.asGroup = asGroup;
     m_logins.emplace(request, std::move(login));
-    startLink(request, url);
+    startLink(request, url, false);
     return static_cast<int>(request);
 }
 
@@ -79,7 +79,7 @@ void ConnectionManagerPrivate::disconnectFromAll()
         this, [this, count] { Q_EMIT q->allServersDisconnected(count); }, Qt::QueuedConnection);
 }
 
-void ConnectionManagerPrivate::startLink(unsigned request, const CorvaneUrl &url)
+void ConnectionManagerPrivate::startLink(unsigned request, const CorvaneUrl &url, bool asPeer)
 {
     Login &login = m_logins.at(request);
     const auto link = std::make_shared<Link>();
@@ -87,6 +87,7 @@ void ConnectionManagerPrivate::startLink(unsigned request, const CorvaneUrl &url
     link->url = url;
     link->credentials = login.credentials;
     link->asGroup = login.asGroup;
+    link->asPeer = asPeer;
     link->session = m_connector->createSession(url, login.credentials, login.asGroup, request).release();
     ++login.pending;
     m_links.push_back(link);
@@ -184,6 +185,7 @@ void ConnectionManagerPrivate::onOpened(const LinkPtr &link)
             older->site = link->site;
             older->asGroup = link->asGroup;
             older->request = link->request;
+            older->asPeer = older->asPeer && link->asPeer;
             standing = older;
             closeLink(link);
         }
@@ -316,7 +318,7 @@ void ConnectionManagerPrivate::followPeers(const LinkPtr &link, bool duringLogin
         }
         const CorvaneUrl url(peer.host.isEmpty() ? link->url.host() : peer.host, peer.port);
         if (url.isValid() && url.port() > 0)
-            startLink(request, url);
+            startLink(request, url, true);
     }
 }
 
@@ -331,9 +333,15 @@ void ConnectionManagerPrivate::dropPeersThatLeft(const LinkPtr &link)
     link->peers = present;
     for (const quint64 uid : gone) {
         Server *server = m_registry.serverByUid(uid);
-        if (!server || server == link->server || !link->server || server->group() != link->server->group())
+        if (!server || server == link->server || !link->server)
             continue;
-        if (const LinkPtr theirs = linkOfServer(server))
+        const LinkPtr theirs = linkOfServer(server);
+        // One that told first that it left stands in a group of its own by now. Of those only one that was
+        // logged in to for itself stays.
+        const bool cameAlong = theirs && theirs->asPeer && theirs->request == link->request;
+        if (server->group() != link->server->group() && !cameAlong)
+            continue;
+        if (theirs)
             closeLink(theirs);
         m_registry.remove(server);
         if (const auto login = m_logins.find(link->request); login != m_logins.end())

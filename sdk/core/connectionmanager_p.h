@@ -60,6 +60,7 @@ private:
         CorvaneUrl url;
         SharedCredentials credentials;
         bool asGroup = false;
+        bool asPeer = false; // opened because another server of the group named it
         bool opened = false;
         bool online = false;
         bool closed = false;
@@ -70,7 +71,7 @@ private:
     };
     using LinkPtr = std::shared_ptr<Link>;
 
-    void startLink(unsigned request, const CorvaneUrl &url);
+    void startLink(unsigned request, const CorvaneUrl &url, bool asPeer);
     void connectSession(const LinkPtr &link);
     void closeLink(const LinkPtr &link);
     LinkPtr linkOfServer(const Server *server) const;

@@ -273,6 +273,35 @@ private Q_SLOTS:
         QVERIFY(m_manager->server(1, 1)->isOnline());
     }
 
+    void peer_isRemoved_whenItSaidFirstThatItLeft()
+    {
+        connectTo(NorthHost, true);
+        m_connector->session(NorthHost)->logIn(north());
+        m_connector->session(SouthHost)->logIn(south());
+        m_connector->session(SouthHost)->describe(ScriptedSite(SouthUid, 2).name(u"South"_s).camera(1));
+        ScriptedSite alone(NorthUid, 1);
+        m_connector->session(NorthHost)->describe(alone.group(u"site-1"_s, u"Works"_s).camera(1));
+        QCOMPARE(m_manager->servers(), std::vector<Server *>{m_manager->server(1, 1)});
+        // It is asked again when it is back.
+        QTRY_VERIFY(!m_connector->session(SouthHost));
+        m_connector->session(NorthHost)->describe(north());
+        QVERIFY(m_connector->session(SouthHost));
+    }
+
+    void peer_staysInItsOwnGroup_whenItWasLoggedInToForItself()
+    {
+        connectTo(NorthHost, true);
+        m_connector->session(NorthHost)->logIn(north());
+        m_connector->session(SouthHost)->logIn(south());
+        connectTo(SouthHost);
+        m_connector->lastSession()->logIn(south());
+        m_connector->session(SouthHost)->describe(ScriptedSite(SouthUid, 2).name(u"South"_s).camera(1));
+        ScriptedSite alone(NorthUid, 1);
+        m_connector->session(NorthHost)->describe(alone.group(u"site-1"_s, u"Works"_s).camera(1));
+        QCOMPARE(m_manager->servers().size(), std::size_t(2));
+        QCOMPARE(m_manager->serverGroups().size(), std::size_t(2));
+    }
+
     void serversOfOneGroup_shareTheGroupObject_whenLoggedInOneByOne()
     {
         logIn(NorthHost, north());

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "demoserverprocess.h"
+#include "fakehttpserver.h"
 
 #include "core/connectionmanager_p.h"
 #include "core/session/onvif/onvifconnector.h"
@@ -17,6 +18,7 @@
 #include <contract/util/logmanager.h>
 
 #include <QDirIterator>
+#include <QElapsedTimer>
 #include <QSettings>
 #include <QSignalSpy>
 #include <QTemporaryDir>
@@ -44,9 +46,15 @@ private:
     int logIn(bool asGroup = false, const QString &user = u"admin"_s,
               const QString &password = u"orrin-admin"_s)
     {
+        return logInTo(target(), asGroup, user, password);
+    }
+
+    int logInTo(const QString &server, bool asGroup = false, const QString &user = u"admin"_s,
+                const QString &password = u"orrin-admin"_s)
+    {
         QSignalSpy complete(m_manager, &ConnectionManager::initialConnectionComplete);
         QSignalSpy error(m_manager, &ConnectionManager::loginError);
-        connectTo(asGroup, user, password);
+        m_manager->connectToServer(user, password, CorvaneUrl(server, 8601), asGroup);
         if (!QTest::qWaitFor([&] { return complete.size() + error.size() > 0; }, 12000))
             return -1;
         m_error = error.isEmpty() ? LoginError() : error.first().first().value<LoginError>();
@@ -162,6 +170,46 @@ private Q_SLOTS:
         const int code = logIn();
         QVERIFY(m_server.command(u"http garbage off 1"_s).startsWith(u"ok"));
         QCOMPARE(code, int(LoginError::FailedToSetupConnection));
+    }
+
+    void login_fails_whenTheHostIsUnknown()
+    {
+        QCOMPARE(logInTo(u"no-such-recorder.invalid:8601"_s), int(LoginError::ServerNotAvailable));
+        QCOMPARE(m_error.server, u"no-such-recorder.invalid"_s);
+    }
+
+    void login_fails_whenThePortIsClosed()
+    {
+        // The second recorder's port is one that nobody else has taken meanwhile.
+        const QString closed = target(2);
+        QVERIFY(m_server.command(u"listener stop 2"_s).startsWith(u"ok"));
+        const int code = logInTo(closed);
+        QVERIFY(m_server.command(u"listener start 2"_s).startsWith(u"ok"));
+        QCOMPARE(code, int(LoginError::ConnectionFailed));
+    }
+
+    void login_fails_whenTheServerIsAPlainWebServer()
+    {
+        FakeHttpServer web;
+        web.setHandler([](const FakeRequest &) {
+            return FakeAnswer{404, "<html><body><h1>Not Found</h1></body></html>", {"Content-Type: text/html"}};
+        });
+        QVERIFY(web.start(u"first"_s));
+        const int code = logInTo(u"127.0.0.1:%1"_s.arg(web.port()));
+        QVERIFY(!web.requests().isEmpty());
+        QCOMPARE(code, int(LoginError::FailedToSetupConnection));
+    }
+
+    void login_endsWithinTenSeconds_whenTheRecorderIsSilent()
+    {
+        QVERIFY(m_server.command(u"http silent on 1"_s).startsWith(u"ok"));
+        QElapsedTimer waited;
+        waited.start();
+        const int code = logIn();
+        const qint64 milliseconds = waited.elapsed();
+        QVERIFY(m_server.command(u"http silent off 1"_s).startsWith(u"ok"));
+        QCOMPARE(code, int(LoginError::FailedToSetupConnection));
+        QVERIFY2(milliseconds <= 11000, qPrintable(QString::number(milliseconds)));
     }
 
     void site_followsChanges()
