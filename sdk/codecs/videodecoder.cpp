@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "codecs/videodecoder.h"
 
+#include "codecs/framefacts.h"
 #include "codecs/picturelayouter.h"
 
 extern "C" {
@@ -8,7 +9,10 @@ extern "C" {
 #include <libavutil/hwcontext.h>
 }
 
+#include <array>
+#include <chrono>
 #include <climits>
+#include <utility>
 
 namespace orrin {
 
@@ -96,9 +100,46 @@ struct VideoDecoder::Private
     std::unique_ptr<AVBufferRef, BufferDeleter> device;
     VideoCodec codec = VideoCodec::Unknown;
     PictureLayouter layouter{FramePool::shared()};
+    std::array<qint64, 64> arrivals{}; // of the data by its tag, as long as the decoder may hold it
+    std::chrono::nanoseconds busy{};   // spent since the last picture
 
     void findDevice(const AVCodec *decoder);
+    Status receive(Image *image, std::int64_t *tag);
+    void describe(Image *image, std::int64_t tag);
 };
+
+namespace {
+
+qint64 clientNowMs()
+{
+    using namespace std::chrono;
+    return duration_cast<milliseconds>(system_clock::now().time_since_epoch()).count();
+}
+
+/*! Adds the time of its life to a sum. */
+class Stopwatch
+{
+public:
+    explicit Stopwatch(std::chrono::nanoseconds &sum) : m_sum(sum) {}
+    ~Stopwatch() { m_sum += std::chrono::steady_clock::now() - m_begin; }
+    Stopwatch(const Stopwatch &) = delete;
+    Stopwatch &operator=(const Stopwatch &) = delete;
+
+private:
+    std::chrono::nanoseconds &m_sum;
+    const std::chrono::steady_clock::time_point m_begin = std::chrono::steady_clock::now();
+};
+
+} // namespace
+
+void VideoDecoder::Private::describe(Image *image, std::int64_t tag)
+{
+    FrameFacts facts;
+    facts.decodedMs = clientNowMs();
+    facts.arrivedMs = tag >= 0 ? arrivals[std::size_t(tag) % arrivals.size()] : facts.decodedMs;
+    facts.decodingUs = std::chrono::duration_cast<std::chrono::microseconds>(std::exchange(busy, {})).count();
+    image->setExtension(FrameFactsExtension, facts.toBytes());
+}
 
 void VideoDecoder::Private::findDevice(const AVCodec *decoder)
 {
@@ -173,6 +214,9 @@ Status VideoDecoder::send(std::span<const std::uint8_t> accessUnit, std::int64_t
     d->packet->data = const_cast<std::uint8_t *>(accessUnit.data());
     d->packet->size = int(accessUnit.size());
     d->packet->pts = tag;
+    if (tag >= 0)
+        d->arrivals[std::size_t(tag) % d->arrivals.size()] = clientNowMs();
+    const Stopwatch watch(d->busy);
     const int error = avcodec_send_packet(d->context.get(), d->packet.get());
     av_packet_unref(d->packet.get());
     return error < 0 ? statusOf(error) : Status::Ok;
@@ -182,22 +226,41 @@ Status VideoDecoder::receive(Image *image, std::int64_t *tag)
 {
     if (!d->context)
         return Status::Unsupported;
-    const int error = avcodec_receive_frame(d->context.get(), d->frame.get());
+    std::int64_t pictureTag = -1;
+    const Status status = d->receive(image, &pictureTag);
+    if (tag && (status == Status::Ok || pictureTag >= 0))
+        *tag = pictureTag;
+    if (status == Status::Ok)
+        d->describe(image, pictureTag);
+    return status;
+}
+
+Status VideoDecoder::Private::receive(Image *image, std::int64_t *tag)
+{
+    const Stopwatch watch(busy);
+    const int error = avcodec_receive_frame(context.get(), frame.get());
     if (error < 0)
         return statusOf(error);
-    AVFrame *frame = d->frame.get();
-    if (tag)
-        *tag = frame->pts;
-    if (frame->hw_frames_ctx) {
-        av_frame_unref(d->systemFrame.get());
-        if (av_hwframe_transfer_data(d->systemFrame.get(), frame, 0) < 0)
+    AVFrame *picture = frame.get();
+    *tag = picture->pts;
+    if (picture->hw_frames_ctx) {
+        av_frame_unref(systemFrame.get());
+        if (av_hwframe_transfer_data(systemFrame.get(), picture, 0) < 0)
             return Status::Corrupt;
-        d->systemFrame->color_range = frame->color_range;
-        frame = d->systemFrame.get();
+        systemFrame->color_range = picture->color_range;
+        picture = systemFrame.get();
     }
-    const Status status = d->layouter.layOut(frame, image);
-    av_frame_unref(d->frame.get());
+    const Status status = layouter.layOut(picture, image);
+    av_frame_unref(frame.get());
     return status;
+}
+
+Status VideoDecoder::drain()
+{
+    if (!d->context)
+        return Status::Unsupported;
+    const int error = avcodec_send_packet(d->context.get(), nullptr);
+    return error < 0 && error != AVERROR_EOF ? statusOf(error) : Status::Ok;
 }
 
 void VideoDecoder::flush()

@@ -54,8 +54,11 @@ public:
         picture. Fetch pictures with receive() until it returns another status than Ok, before the next send(). */
     Status send(std::span<const std::uint8_t> accessUnit, std::int64_t tag);
 
-    /*! The next picture in order of presentation; only its size and planes are set. \a tag may be null. */
+    /*! The next picture in order of presentation; its size, its planes and its FrameFacts are set. \a tag may be null. */
     Status receive(Image *image, std::int64_t *tag);
+
+    /*! Says that no packet follows, so that receive() gives the pictures that wait for a later one; then flush() before the next send(). */
+    Status drain();
 
     /*! Forgets all pictures; the next packet is to be a key frame. */
     void flush();

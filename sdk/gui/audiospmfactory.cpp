@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <contract/gui/audiospmfactory.h>
 
+#include "gui/audiooutput.h"
+#include "gui/audiothread.h"
 #include "gui/displayoutputs.h"
 
 #include <utility>
@@ -37,7 +39,11 @@ QSharedPointer<SPAbstractTiming> AudioSPMFactory::createTiming()
 
 QList<QSharedPointer<SPAbstractOutput>> AudioSPMFactory::createOutputs()
 {
-    return createDisplayOutputs(m_displayFactory.get(), {channel(), playbackState(), serverName(), channelName()});
+    QList<QSharedPointer<SPAbstractOutput>> outputs =
+        createDisplayOutputs(m_displayFactory.get(), {channel(), playbackState(), serverName(), channelName()});
+    if (std::shared_ptr<AudioPlayer> player = AudioThread::instance().createPlayer())
+        outputs.append(QSharedPointer<AudioOutput>::create(std::move(player)));
+    return outputs;
 }
 
 } // namespace orrin

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/events/eventtopics.h"
 
+#include <QCoreApplication>
 #include <QStringList>
 
 #include <iterator>
@@ -17,41 +18,62 @@ constexpr qsizetype TextLimit = 256;
 struct KnownTopic
 {
     QLatin1StringView path; // a last segment "*" is any one
-    QLatin1StringView cause;
-    QLatin1StringView ending;
+    const char *cause;
+    const char *ending;
     Severity severity;
 };
 
 using L1 = QLatin1StringView;
 
 constexpr KnownTopic KnownTopics[] = {
-    {L1("VideoSource/MotionAlarm"), L1("Motion"), L1("Motion ended"), Severity::Warning},
-    {L1("RuleEngine/CellMotionDetector/Motion"), L1("Motion"), L1("Motion ended"), Severity::Warning},
-    {L1("RuleEngine/MotionRegionDetector/Motion"), L1("Motion"), L1("Motion ended"), Severity::Warning},
-    {L1("RuleEngine/FieldDetector/ObjectsInside"), L1("Object in field"), L1("Field empty"),
-     Severity::Warning},
-    {L1("RuleEngine/LineDetector/Crossed"), L1("Line crossed"), L1("Line crossed ended"), Severity::Warning},
-    {L1("RuleEngine/TamperDetector/Tamper"), L1("Tampering"), L1("Tampering ended"), Severity::Alarm},
-    {L1("VideoSource/SignalLoss"), L1("Video loss"), L1("Video restored"), Severity::Alarm},
-    {L1("VideoSource/GlobalSceneChange/*"), L1("Scene change"), L1("Scene change ended"), Severity::Warning},
-    {L1("VideoSource/ImageTooBlurry/*"), L1("Picture blurred"), L1("Picture sharp again"), Severity::Warning},
-    {L1("VideoSource/ImageTooDark/*"), L1("Picture too dark"), L1("Picture bright again"), Severity::Warning},
-    {L1("VideoSource/ImageTooBright/*"), L1("Picture too bright"), L1("Picture normal again"),
-     Severity::Warning},
-    {L1("AudioAnalytics/Audio/DetectedSound"), L1("Sound"), L1("Sound ended"), Severity::Warning},
-    {L1("Door/State/DoorPhysicalState"), L1("Door open"), L1("Door closed"), Severity::Information},
-    {L1("Door/State/DoorAlarm"), L1("Door alarm"), L1("Door alarm ended"), Severity::Alarm},
-    {L1("Device/Trigger/DigitalInput"), L1("Input on"), L1("Input off"), Severity::Warning},
-    {L1("Device/Trigger/Relay"), L1("Relay on"), L1("Relay off"), Severity::Information},
-    {L1("Device/HardwareFailure/StorageFailure"), L1("Storage failure"), L1("Storage repaired"),
-     Severity::Alarm},
-    {L1("Device/HardwareFailure/FanFailure"), L1("Fan failure"), L1("Fan repaired"), Severity::Alarm},
-    {L1("Device/HardwareFailure/PowerSupplyFailure"), L1("Power failure"), L1("Power restored"),
-     Severity::Alarm},
-    {L1("Device/HardwareFailure/TemperatureCritical"), L1("Temperature critical"), L1("Temperature normal"),
-     Severity::Alarm},
-    {L1("User/Login"), L1("Login"), L1("Login ended"), Severity::Information},
+    {L1("VideoSource/MotionAlarm"), QT_TRANSLATE_NOOP("orrin::EventTopic", "Motion"),
+     QT_TRANSLATE_NOOP("orrin::EventTopic", "Motion ended"), Severity::Warning},
+    {L1("RuleEngine/CellMotionDetector/Motion"), QT_TRANSLATE_NOOP("orrin::EventTopic", "Motion"),
+     QT_TRANSLATE_NOOP("orrin::EventTopic", "Motion ended"), Severity::Warning},
+    {L1("RuleEngine/MotionRegionDetector/Motion"), QT_TRANSLATE_NOOP("orrin::EventTopic", "Motion"),
+     QT_TRANSLATE_NOOP("orrin::EventTopic", "Motion ended"), Severity::Warning},
+    {L1("RuleEngine/FieldDetector/ObjectsInside"), QT_TRANSLATE_NOOP("orrin::EventTopic", "Object in field"),
+     QT_TRANSLATE_NOOP("orrin::EventTopic", "Field empty"), Severity::Warning},
+    {L1("RuleEngine/LineDetector/Crossed"), QT_TRANSLATE_NOOP("orrin::EventTopic", "Line crossed"),
+     QT_TRANSLATE_NOOP("orrin::EventTopic", "Line crossed ended"), Severity::Warning},
+    {L1("RuleEngine/TamperDetector/Tamper"), QT_TRANSLATE_NOOP("orrin::EventTopic", "Tampering"),
+     QT_TRANSLATE_NOOP("orrin::EventTopic", "Tampering ended"), Severity::Alarm},
+    {L1("VideoSource/SignalLoss"), QT_TRANSLATE_NOOP("orrin::EventTopic", "Video loss"),
+     QT_TRANSLATE_NOOP("orrin::EventTopic", "Video restored"), Severity::Alarm},
+    {L1("VideoSource/GlobalSceneChange/*"), QT_TRANSLATE_NOOP("orrin::EventTopic", "Scene change"),
+     QT_TRANSLATE_NOOP("orrin::EventTopic", "Scene change ended"), Severity::Warning},
+    {L1("VideoSource/ImageTooBlurry/*"), QT_TRANSLATE_NOOP("orrin::EventTopic", "Picture blurred"),
+     QT_TRANSLATE_NOOP("orrin::EventTopic", "Picture sharp again"), Severity::Warning},
+    {L1("VideoSource/ImageTooDark/*"), QT_TRANSLATE_NOOP("orrin::EventTopic", "Picture too dark"),
+     QT_TRANSLATE_NOOP("orrin::EventTopic", "Picture bright again"), Severity::Warning},
+    {L1("VideoSource/ImageTooBright/*"), QT_TRANSLATE_NOOP("orrin::EventTopic", "Picture too bright"),
+     QT_TRANSLATE_NOOP("orrin::EventTopic", "Picture normal again"), Severity::Warning},
+    {L1("AudioAnalytics/Audio/DetectedSound"), QT_TRANSLATE_NOOP("orrin::EventTopic", "Sound"),
+     QT_TRANSLATE_NOOP("orrin::EventTopic", "Sound ended"), Severity::Warning},
+    {L1("Door/State/DoorPhysicalState"), QT_TRANSLATE_NOOP("orrin::EventTopic", "Door open"),
+     QT_TRANSLATE_NOOP("orrin::EventTopic", "Door closed"), Severity::Information},
+    {L1("Door/State/DoorAlarm"), QT_TRANSLATE_NOOP("orrin::EventTopic", "Door alarm"),
+     QT_TRANSLATE_NOOP("orrin::EventTopic", "Door alarm ended"), Severity::Alarm},
+    {L1("Device/Trigger/DigitalInput"), QT_TRANSLATE_NOOP("orrin::EventTopic", "Input on"),
+     QT_TRANSLATE_NOOP("orrin::EventTopic", "Input off"), Severity::Warning},
+    {L1("Device/Trigger/Relay"), QT_TRANSLATE_NOOP("orrin::EventTopic", "Relay on"),
+     QT_TRANSLATE_NOOP("orrin::EventTopic", "Relay off"), Severity::Information},
+    {L1("Device/HardwareFailure/StorageFailure"), QT_TRANSLATE_NOOP("orrin::EventTopic", "Storage failure"),
+     QT_TRANSLATE_NOOP("orrin::EventTopic", "Storage repaired"), Severity::Alarm},
+    {L1("Device/HardwareFailure/FanFailure"), QT_TRANSLATE_NOOP("orrin::EventTopic", "Fan failure"),
+     QT_TRANSLATE_NOOP("orrin::EventTopic", "Fan repaired"), Severity::Alarm},
+    {L1("Device/HardwareFailure/PowerSupplyFailure"), QT_TRANSLATE_NOOP("orrin::EventTopic", "Power failure"),
+     QT_TRANSLATE_NOOP("orrin::EventTopic", "Power restored"), Severity::Alarm},
+    {L1("Device/HardwareFailure/TemperatureCritical"), QT_TRANSLATE_NOOP("orrin::EventTopic", "Temperature critical"),
+     QT_TRANSLATE_NOOP("orrin::EventTopic", "Temperature normal"), Severity::Alarm},
+    {L1("User/Login"), QT_TRANSLATE_NOOP("orrin::EventTopic", "Login"),
+     QT_TRANSLATE_NOOP("orrin::EventTopic", "Login ended"), Severity::Information},
 };
+
+QString translated(const char *text)
+{
+    return QCoreApplication::translate("orrin::EventTopic", text);
+}
 
 /*! Without prefixes, which each device chooses for itself. */
 QStringList segmentsOf(const QString &topic)
@@ -108,11 +130,13 @@ EventTopic EventTopic::fromTopic(const QString &topic)
     const QString parent = segments.mid(0, segments.size() - 1).join(u'/');
     for (const KnownTopic &known : KnownTopics) {
         if (matches(known, path, parent))
-            return {known.cause, known.ending, known.severity};
+            return {translated(known.cause), translated(known.ending), known.severity};
     }
     const QString words = segments.isEmpty() ? QString() : inWords(segments.last());
-    const QString cause = words.isEmpty() ? QStringLiteral("Event") : words;
-    return {cause, cause.left(TextLimit - 6) + QStringLiteral(" ended"), Severity::Information};
+    const QString cause = words.isEmpty() ? translated(QT_TRANSLATE_NOOP("orrin::EventTopic", "Event")) : words;
+    //: %1 is what an event is called
+    const QString ending = translated(QT_TRANSLATE_NOOP("orrin::EventTopic", "%1 ended"));
+    return {cause, ending.arg(cause.left(TextLimit - ending.size())), Severity::Information};
 }
 
 } // namespace orrin

@@ -45,7 +45,7 @@ struct EventTopic
         | User/Login | Login | Login ended | information |
 
         The cause of any other topic is its last segment in words ("ObjectsInside": "Objects inside"), of
-        severity information.
+        severity information. The causes and their ends are in the language of the application.
     */
     ORRINSDK_CORE_EXPORT static EventTopic fromTopic(const QString &topic);
 };

@@ -4,6 +4,7 @@
 #include "core/resources/channel_p.h"
 #include "core/resources/currentuser_p.h"
 #include "core/resources/server_p.h"
+#include "core/session/session.h"
 
 #include <contract/core/camera.h>
 #include <contract/core/currentuser.h>
@@ -190,6 +191,11 @@ std::vector<QPointer<Camera>> Server::cameras() const
             cameras.emplace_back(camera);
     }
     return cameras;
+}
+
+Connection *Server::connection() const
+{
+    return d->online && d->session ? d->session->connection() : nullptr;
 }
 
 QSharedPointer<CurrentUser> Server::currentUser() const

@@ -25,6 +25,8 @@ struct MediaEndpoint
     QByteArray trustedKey;
     /*! The encoded privacy mask of the camera, attached to each frame; empty without one. */
     QByteArray privacyMask;
+    /*! The token of the track of a recording, by which its medium is known among those that the server describes; empty elsewhere. */
+    QByteArray trackToken;
     QTimeZone timeZone = QTimeZone::utc();
     /*! Milliseconds to add to the client's clock to get the device's. */
     qint64 clockOffsetMs = 0;

@@ -3,7 +3,9 @@
 
 #include "core/session/eventdescription.h"
 #include "core/session/mediaendpoint.h"
+#include "core/session/ptzrequest.h"
 #include "core/session/sitedescription.h"
+#include "core/stats/statspage.h"
 
 #include <contract/core/connection.h>
 #include <contract/core/connectionerror.h>
@@ -16,8 +18,13 @@
 #include <QStringList>
 
 #include <functional>
+#include <variant>
+#include <optional>
 
 namespace orrin {
+
+using StatsContentsResult = std::variant<StatsContents, StatsError>;
+using StatsResult = std::variant<StatsPage, StatsError>;
 
 /*! The seam between the core and a recorder: one recorder that the user logged in to.
 
@@ -30,6 +37,10 @@ class ORRINSDK_CORE_EXPORT Session : public QObject
     Q_OBJECT
 public:
     using MediaEndpointCallback = std::function<void(const MediaEndpointResult &)>;
+    using StatsContentsCallback = std::function<void(const StatsContentsResult &)>;
+    using StatsCallback = std::function<void(const StatsResult &)>;
+    using TrackBoundsCallback = std::function<void(const std::optional<TrackBounds> &)>;
+    using PtzCallback = std::function<void(const PtzAnswer &)>;
 
     explicit Session(QObject *parent = nullptr);
     ~Session() override;
@@ -41,6 +52,27 @@ public:
         the session ends before. */
     virtual void requestMediaEndpoint(int channelId, StreamQuality quality, QObject *context,
                                       MediaEndpointCallback callback) = 0;
+
+    /*! Asks where the recording of a track is to be had, with \a quality where it was recorded in two. As requestMediaEndpoint(); a session
+        that knows no recordings answers Unsupported, one whose user may not play back NotPermitted. */
+    virtual void requestReplayEndpoint(int channelId, int trackId, StreamQuality quality, QObject *context,
+                                       MediaEndpointCallback callback);
+
+    /*! Asks for the bounds of a track as they are now. \a callback is called once, by the event loop, within 10 seconds, unless \a context or
+        the session ends before; without a value when they cannot be had, as for a track that has no recording. */
+    virtual void requestTrackBounds(int channelId, int trackId, QObject *context, TrackBoundsCallback callback);
+
+    /*! Asks something of a camera that can be steered. Each camera is asked one thing at a time: of speeds that come meanwhile only the
+        newest is sent, and the earlier ones are answered as done. A camera that moves is kept moving until it is told to stop, and stops
+        by itself within seconds when the session ends or loses its connection.
+        \a callback, which may be null, is called once, by the event loop, unless \a context or the session ends before. What the
+        session does not know is answered as not supported. */
+    virtual void requestPtz(int channelId, const PtzRequest &request, QObject *context, PtzCallback callback);
+
+    /*! Asks which statistics the server keeps, and for one page of them, from the beginning of the span. Callbacks as above; where nothing else is
+        said, the server keeps none. */
+    virtual void requestStatsContents(QObject *context, StatsContentsCallback callback);
+    virtual void requestStats(const StatsQuery &query, QObject *context, StatsCallback callback);
 
     /*! The connection that streams of this session show to the module; lives as long as the session. */
     virtual Connection *connection() = 0;

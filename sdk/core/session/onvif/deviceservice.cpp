@@ -71,6 +71,14 @@ Services readServices(const XmlElement &answer)
             services.media2 = path;
         else if (name == onvif::EventsNamespace)
             services.events = path;
+        else if (name == onvif::PtzNamespace)
+            services.ptz = path;
+        else if (name == onvif::ImagingNamespace)
+            services.imaging = path;
+        else if (name == onvif::SearchNamespace)
+            services.search = path;
+        else if (name == onvif::ReplayNamespace)
+            services.replay = path;
         else if (name == onvif::SiteNamespace)
             services.site = path.isEmpty() ? QStringLiteral("/orrin/v1/") : path;
     }
@@ -83,6 +91,10 @@ Services readCapabilities(const XmlElement &answer)
     services.media = pathOf(answer.at({u"Capabilities", u"Media", u"XAddr"}).value());
     services.media2 = pathOf(answer.at({u"Capabilities", u"Extension", u"Media2", u"XAddr"}).value());
     services.events = pathOf(answer.at({u"Capabilities", u"Events", u"XAddr"}).value());
+    services.ptz = pathOf(answer.at({u"Capabilities", u"PTZ", u"XAddr"}).value());
+    services.imaging = pathOf(answer.at({u"Capabilities", u"Imaging", u"XAddr"}).value());
+    services.search = pathOf(answer.at({u"Capabilities", u"Extension", u"Search", u"XAddr"}).value());
+    services.replay = pathOf(answer.at({u"Capabilities", u"Extension", u"Replay", u"XAddr"}).value());
     return services;
 }
 

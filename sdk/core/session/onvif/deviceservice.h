@@ -38,6 +38,10 @@ struct Services
     QString media;
     QString media2;
     QString events;
+    QString ptz;
+    QString imaging;
+    QString search; //!< of recordings
+    QString replay;
     QString site;
 };
 

@@ -35,6 +35,11 @@ double fraction(const QString &text, bool upwards)
     return std::clamp(upwards ? (1.0 - value) / 2.0 : (value + 1.0) / 2.0, 0.0, 1.0);
 }
 
+PtzTarget ptzOf(const Profile &profile)
+{
+    return {profile.token, profile.ptzConfiguration, profile.ptzNode, profile.sourceToken};
+}
+
 } // namespace
 
 QList<Profile> readProfiles(const XmlElement &answer)
@@ -55,7 +60,10 @@ QList<Profile> readProfiles(const XmlElement &answer)
         profile.width = encoder.at({u"Resolution", u"Width"}).value().toInt();
         profile.height = encoder.at({u"Resolution", u"Height"}).value().toInt();
         profile.hasAudio = !configuration(*element, u"AudioEncoder", u"AudioEncoderConfiguration").isNull();
-        profile.hasPtz = !configuration(*element, u"PTZ", u"PTZConfiguration").isNull();
+        const XmlElement &ptz = configuration(*element, u"PTZ", u"PTZConfiguration");
+        profile.hasPtz = !ptz.isNull();
+        profile.ptzConfiguration = ptz.attribute(u"token");
+        profile.ptzNode = ptz.child(u"NodeToken").value();
         profiles.append(profile);
     }
     return profiles;
@@ -72,11 +80,13 @@ QList<Source> sourcesOf(const QList<Profile> &profiles)
         if (known == indexes.cend()) {
             indexes.insert(profile.sourceToken, sources.size());
             sources.append({profile.sourceToken, profile.sourceName, profile.sourceConfiguration,
-                            profile.token, profile.token, profile.hasAudio, profile.hasPtz});
+                            profile.token, profile.token, profile.hasAudio, profile.hasPtz, ptzOf(profile)});
             pixels.append({size, size});
             continue;
         }
         Source &source = sources[*known];
+        if (profile.hasPtz && !source.hasPtz)
+            source.ptz = ptzOf(profile);
         auto &[high, low] = pixels[*known];
         if (size > high) {
             high = size;
@@ -88,6 +98,10 @@ QList<Source> sourcesOf(const QList<Profile> &profiles)
         }
         source.hasAudio |= profile.hasAudio;
         source.hasPtz |= profile.hasPtz;
+    }
+    for (Source &source : sources) {
+        if (!source.hasPtz)
+            source.ptz.profile = source.highProfile;
     }
     return sources;
 }

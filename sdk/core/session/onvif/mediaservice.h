@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "core/ptz/ptztarget.h"
 #include "core/session/mediaendpoint.h"
 #include "core/session/onvif/xmlelement.h"
 
@@ -28,6 +29,8 @@ struct Profile
     int height = 0;
     bool hasAudio = false;
     bool hasPtz = false;
+    QString ptzConfiguration; //!< its token
+    QString ptzNode;
 };
 
 /*! One video source and the two profiles that show it. */
@@ -40,6 +43,7 @@ struct Source
     QString lowProfile; //!< the same as the high one where there is no other
     bool hasAudio = false;
     bool hasPtz = false;
+    PtzTarget ptz; //!< the first profile with a PTZ configuration; without one, the high profile
 };
 
 /*! Answer of GetProfiles of either service; profiles without video are left out. */

@@ -2,6 +2,7 @@
 #include "core/session/onvif/onvifsession.h"
 
 #include "core/corelog.h"
+#include "core/ptz/onvifptz.h"
 #include "core/session/onvif/descriptionreader.h"
 #include "core/session/onvif/eventservice.h"
 #include "core/session/onvif/eventsubscription.h"
@@ -35,6 +36,7 @@ OnvifSession::OnvifSession(const CorvaneUrl &url, const SharedCredentials &crede
     , m_asGroup(asGroup)
     , m_request(request)
     , m_timings(timings)
+    , m_connection(timings.boundsRenewal)
     , m_reconnect(timings.reconnectFirst, timings.reconnectLongest)
 {
     connect(&m_reconnect, &ReconnectTimer::due, this, &OnvifSession::startSequence);
@@ -66,7 +68,12 @@ void OnvifSession::close()
 
 void OnvifSession::dropLink()
 {
+    if (m_ptz)
+        m_ptz->end(m_state != State::Closed);
+    m_ptz.reset();
     EventSubscription::end(std::move(m_events));
+    m_connection.setReader(nullptr);
+    dropLater(m_recordings);
     dropLater(m_watch);
     dropLater(m_reader);
     m_readOnceMore = false;
@@ -164,6 +171,7 @@ void OnvifSession::onLinkReady(DeviceLinkPtr link)
     const bool isFirst = m_state == State::Connecting;
     m_state = State::Online;
     startWatch();
+    startRecordings();
     const QPointer<OnvifSession> guard(this);
     Q_EMIT described(m_link->assembled.description);
     if (!guard || m_state != State::Online)
@@ -175,6 +183,15 @@ void OnvifSession::onLinkReady(DeviceLinkPtr link)
     // Not before: events belong to a server that stands.
     if (guard && m_state == State::Online)
         startEvents();
+}
+
+void OnvifSession::startRecordings()
+{
+    if (m_link->services.search.isEmpty() || m_link->services.replay.isEmpty())
+        return;
+    m_recordings = std::make_unique<RecordingReader>(m_link.get());
+    m_connection.setReader(m_recordings.get());
+    m_recordings->read();
 }
 
 void OnvifSession::startEvents()
@@ -230,6 +247,8 @@ void OnvifSession::onReadAgain(const std::optional<LoginFailure> &failure)
                                                                    : ConnectionError::ProtocolError));
         return;
     }
+    if (m_recordings)
+        m_recordings->read();
     const QPointer<OnvifSession> guard(this);
     Q_EMIT described(m_link->assembled.description);
     if (guard && m_state == State::Online && m_readOnceMore)
@@ -284,6 +303,91 @@ void OnvifSession::requestMediaEndpoint(int channelId, StreamQuality quality, QO
             if (self && self->m_state == State::Online)
                 self->onStreamUri(number, reply, mask);
         });
+}
+
+void OnvifSession::requestPtz(int channelId, const PtzRequest &request, QObject *context, PtzCallback callback)
+{
+    if (m_state == State::Online) {
+        if (!m_ptz)
+            m_ptz = std::make_unique<OnvifPtz>(m_link.get(), m_timings);
+        m_ptz->request(channelId, request, context, std::move(callback));
+        return;
+    }
+    if (!callback || m_state == State::Closed)
+        return;
+    QMetaObject::invokeMethod(
+        context ? context : this,
+        [callback = std::move(callback)] { callback({PtzfError(PtzfError::NotConnected), {}, {}}); },
+        Qt::QueuedConnection);
+}
+
+void OnvifSession::refuseEndpointLater(quint64 number, const PlaybackError &error)
+{
+    QMetaObject::invokeMethod(
+        this, [this, number, error] { answerEndpoint(number, error); }, Qt::QueuedConnection);
+}
+
+void OnvifSession::requestReplayEndpoint(int channelId, int trackId, StreamQuality quality, QObject *context,
+                                         MediaEndpointCallback callback)
+{
+    const quint64 number = ++m_lastEndpoint;
+    m_endpoints.insert(number, {std::move(callback), context, context != nullptr});
+    if (m_state != State::Online || !m_recordings) {
+        refuseEndpointLater(number, PlaybackError(m_state == State::Online ? PlaybackError::Unsupported
+                                                                           : PlaybackError::StreamLost));
+        return;
+    }
+    m_recordings->whenKnown([self = QPointer<OnvifSession>(this), reader = m_recordings.get(), number, channelId,
+                             trackId, quality] {
+        if (!self || self->m_recordings.get() != reader)
+            return;
+        const auto place = reader->catalogue().place(channelId, trackId, quality);
+        if (reader->error())
+            self->answerEndpoint(number, *reader->error());
+        else if (!place)
+            self->answerEndpoint(number, PlaybackError(PlaybackError::NotFound));
+        else
+            self->onPlace(number, *place, channelId);
+    });
+}
+
+void OnvifSession::onPlace(quint64 number, const RecordingReader::Place &place, int channelId)
+{
+    const QByteArray mask = m_link->assembled.streams.value(channelId).privacyMask;
+    m_recordings->requestUri(place, [self = QPointer<OnvifSession>(this), number, mask,
+                                     track = place.track.toUtf8()](const SoapAnswer &reply) {
+        if (!self || self->m_state != State::Online)
+            return;
+        const QUrl url = reply.isAnswer() ? mediaservice::readStreamUri(reply.body, self->m_url.host()) : QUrl();
+        if (!url.isValid()) {
+            self->onStreamUri(number, reply, mask);
+            return;
+        }
+        MediaEndpoint endpoint = self->endpointFor(url, mask);
+        endpoint.trackToken = track;
+        self->answerEndpoint(number, endpoint);
+    });
+}
+
+void OnvifSession::requestTrackBounds(int channelId, int trackId, QObject *context, TrackBoundsCallback callback)
+{
+    const auto answer = [context = QPointer<QObject>(context), hasContext = context != nullptr,
+                         callback = std::move(callback)](const std::optional<TrackBounds> &bounds) {
+        if (!hasContext || context)
+            callback(bounds);
+    };
+    if (m_state != State::Online || !m_recordings) {
+        QMetaObject::invokeMethod(this, [answer] { answer(std::nullopt); }, Qt::QueuedConnection);
+        return;
+    }
+    m_recordings->whenKnown([reader = QPointer<RecordingReader>(m_recordings.get()), channelId, trackId, answer] {
+        if (!reader)
+            return;
+        reader->refresh(channelId, trackId, StreamQuality::High, [answer](const std::optional<RecordingReader::Place> &place) {
+            const bool known = place && place->toMs > place->fromMs;
+            answer(known ? std::optional(TrackBounds(place->fromMs * 3 / 10, place->toMs * 3 / 10)) : std::nullopt);
+        });
+    });
 }
 
 void OnvifSession::onStreamUri(quint64 number, const SoapAnswer &reply, const QByteArray &mask)

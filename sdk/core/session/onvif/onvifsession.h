@@ -4,6 +4,7 @@
 #include "core/session/onvif/loginsequence.h"
 #include "core/session/onvif/onvifconnection.h"
 #include "core/session/onvif/onviftimings.h"
+#include "core/session/onvif/recordingreader.h"
 #include "core/session/onvif/reconnecttimer.h"
 #include "core/session/session.h"
 
@@ -16,6 +17,7 @@ namespace orrin {
 
 class DescriptionReader;
 class EventSubscription;
+class OnvifPtz;
 class SiteWatch;
 class XmlElement;
 
@@ -41,6 +43,12 @@ public:
     void close() override;
     void requestMediaEndpoint(int channelId, StreamQuality quality, QObject *context,
                               MediaEndpointCallback callback) override;
+    void requestPtz(int channelId, const PtzRequest &request, QObject *context, PtzCallback callback) override;
+    void requestStatsContents(QObject *context, StatsContentsCallback callback) override;
+    void requestStats(const StatsQuery &query, QObject *context, StatsCallback callback) override;
+    void requestReplayEndpoint(int channelId, int trackId, StreamQuality quality, QObject *context,
+                               MediaEndpointCallback callback) override;
+    void requestTrackBounds(int channelId, int trackId, QObject *context, TrackBoundsCallback callback) override;
     Connection *connection() override { return &m_connection; }
 
 private:
@@ -63,9 +71,14 @@ private:
     void onReadAgain(const std::optional<LoginFailure> &failure);
     void lose(const ConnectionError &error);
     void onNotice(const QString &name);
+    void askForStats(const QString &path, QObject *context, std::function<void(const QJsonObject &)> answered,
+                     std::function<void(StatsError)> refused);
     void dropLink();
     LoginError loginErrorOf(const LoginFailure &failure) const;
     QByteArray trustedKey() const;
+    void startRecordings();
+    void onPlace(quint64 number, const RecordingReader::Place &place, int channelId);
+    void refuseEndpointLater(quint64 number, const PlaybackError &error);
     void onStreamUri(quint64 number, const SoapAnswer &reply, const QByteArray &mask);
     void answerEndpoint(quint64 number, const MediaEndpointResult &result);
     MediaEndpoint endpointFor(const QUrl &url, const QByteArray &mask) const;
@@ -83,6 +96,8 @@ private:
     std::unique_ptr<LoginSequence> m_sequence;
     std::unique_ptr<SiteWatch> m_watch;
     std::unique_ptr<EventSubscription> m_events;
+    std::unique_ptr<RecordingReader> m_recordings; // null without something that records
+    std::unique_ptr<OnvifPtz> m_ptz; // from the first request of a standing link on
     std::unique_ptr<DescriptionReader> m_reader;
     bool m_readOnceMore = false;
     QHash<quint64, EndpointRequest> m_endpoints;

@@ -23,6 +23,11 @@ struct OnvifTimings
     Milliseconds pullWait{20000};             //!< how long a device may keep a request for events
     Milliseconds pullPause{250};              //!< between the beginnings of two of them
     Milliseconds subscriptionLifetime{60000}; //!< that is asked for
+    Milliseconds ptzTimeout{2000}; //!< after which a camera that moves stops by itself
+    Milliseconds ptzRenewal{700};  //!< until a camera that moves is told so again
+    Milliseconds ptzAnswer{4000};  //!< of a request to steer a camera
+    Milliseconds ptzStopAgain{250}; //!< until a stop without an answer is repeated; doubled each time
+    Milliseconds boundsRenewal{5000}; //!< of what is known of recordings, while somebody asks
     Milliseconds endpointTimeout{8000}; //!< of a request for a stream's address
 };
 

@@ -46,7 +46,7 @@ void addChannel(AssembledSite &site, const SiteParts &parts, ChannelDescription 
         if (!source->configuration.isEmpty())
             site.channelsBySource.insert(source->configuration, channel.id);
         site.channelsBySource.insert(source->token, channel.id);
-        site.streams.insert(channel.id, {source->highProfile, source->lowProfile, channel.privacyMask});
+        site.streams.insert(channel.id, {source->highProfile, source->lowProfile, channel.privacyMask, source->ptz});
     }
     site.description.channels.append(channel);
 }

@@ -35,6 +35,7 @@ struct ChannelStreams
     QString highProfile;
     QString lowProfile;
     QByteArray privacyMask;
+    PtzTarget ptz;
 };
 
 /*! The description of a site and what only the session needs of it. A value. */

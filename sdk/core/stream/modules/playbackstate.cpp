@@ -22,4 +22,19 @@ void PlaybackState::setSeekSpeed(int speed)
     Q_EMIT stateChanged(Property::SeekSpeed);
 }
 
+void PlaybackState::setLimit(Limit limit)
+{
+    if (m_limit == limit)
+        return;
+    m_limit = limit;
+    Q_EMIT stateChanged(Property::Limit);
+}
+
+void PlaybackState::setGap(Time300 begin, Time300 end)
+{
+    m_gapBegin = begin;
+    m_gapEnd = end;
+    Q_EMIT stateChanged(Property::Gap);
+}
+
 } // namespace orrin

@@ -31,7 +31,7 @@ void SPLinkedFactory::setAudioFactory(QSharedPointer<SPMFactory> factory)
     m_audio = std::move(factory);
 }
 
-QSharedPointer<AbstractStreamProcessor> SPLinkedFactory::createProcessor(ChannelUID uid, int)
+QSharedPointer<AbstractStreamProcessor> SPLinkedFactory::createProcessor(ChannelUID uid, int syncContextId)
 {
     Channel *channel = channelForUid(uid);
     if (!channel || (!m_video && !m_audio))
@@ -42,6 +42,7 @@ QSharedPointer<AbstractStreamProcessor> SPLinkedFactory::createProcessor(Channel
     parts.playbackState.reset(new PlaybackState);
     parts.hasVideo = !m_video.isNull();
     parts.findSession = sessionForServer;
+    parts.syncContextId = syncContextId;
     const QString serverName = channel->server() ? channel->server()->name() : QString();
     for (const auto &factory : {m_video, m_audio}) {
         if (!factory)
@@ -52,7 +53,7 @@ QSharedPointer<AbstractStreamProcessor> SPLinkedFactory::createProcessor(Channel
         factory->setPresenterType(SPMFactory::PresenterType::Single);
         if (!parts.inputControl)
             parts.inputControl = factory->createController();
-        parts.outputs += factory->createOutputs();
+        (factory == m_video ? parts.outputs : parts.audioOutputs) += factory->createOutputs();
     }
     // Owners drop their pointer inside calls of the processor; it ends by the event loop.
     return QSharedPointer<AbstractStreamProcessor>(new StreamProcessor(std::move(parts)), &QObject::deleteLater);

@@ -7,6 +7,7 @@
 #include "core/stream/processor/outputgate.h"
 #include "core/stream/processor/playbackcommand.h"
 #include "core/stream/processor/streamsource.h"
+#include "core/stream/processor/streamsynchroniser.h"
 
 #include <contract/core/abstractstreamprocessor.h>
 #include <contract/core/channel.h>
@@ -16,6 +17,7 @@
 #include <QThread>
 #include <QTimer>
 
+#include <atomic>
 #include <functional>
 #include <memory>
 
@@ -33,20 +35,26 @@ struct StreamProcessorParts
     /*! Null: the processor uses its own. */
     QSharedPointer<SPAbstractInputControl> inputControl;
     QList<QSharedPointer<SPAbstractOutput>> outputs;
-    /*! False for a stream of sound alone, which is kept idle. */
+    /*! For the stream's sound; none: it is not asked for. */
+    QList<QSharedPointer<SPAbstractOutput>> audioOutputs;
+    /*! False for a stream of sound alone; without outputs for it, it is kept idle. */
     bool hasVideo = true;
     /*! The session of a server; null while there is none. */
     std::function<Session *(unsigned long long serverUid)> findSession;
     StreamTiming timing;
+    /*! Streams of the same context, above 0, play the same moment. */
+    int syncContextId = -1;
 };
 
-/*! Plays one channel live. Main thread; its StreamWorker does the work on a stream thread.
+/*! Plays one channel, live or recorded. Main thread; its StreamWorker does the work on a stream thread.
 
     Asks the session for a media endpoint, has the worker play it, and begins anew with back-off when that breaks: the error is
-    told to the outputs once, the busy state holds until pictures come again. When the session is restored the next attempt is made at once. Of
-    the commands, live, pause, play, the stream preference and the track take effect; the others are kept as the last command,
-    and change nothing in a live stream. */
-class ORRINSDK_CORE_EXPORT StreamProcessor : public AbstractStreamProcessor, private PlaybackCommandSink
+    told to the outputs once, the busy state holds until pictures come again. When the session is restored the next attempt is made at once.
+    Recorded video resumes where it was.
+
+    Commands go to the synchroniser, which makes of them what this stream, and those of its sync context, do. What the server refuses (no right to
+    play back, no recording) is told once and not tried again until the next command. */
+class ORRINSDK_CORE_EXPORT StreamProcessor : public AbstractStreamProcessor, private PlaybackCommandSink, private SynchronisedStream
 {
     Q_OBJECT
 public:
@@ -74,6 +82,19 @@ private:
     void setStreamPreference(int preference) override;
     void setModuleEnabled(SPModuleType module, bool enabled) override;
 
+    void playLive() override;
+    void holdLive() override;
+    bool isLive() const override { return m_source == Source::Live; }
+    void playRecorded(const replay::ReplayCommand &command, PlayMode mode, int seekSpeed) override;
+    Time300 position() const override { return m_position->load(std::memory_order_relaxed); }
+    void requestBounds(BoundsCallback callback) override;
+    void refuseCommand(int errorCode) override;
+
+    void recordedRefused(quint32 run, const PlaybackError &error);
+    void recordedLimit(PlaybackState::Limit limit);
+    void refuseReplay(const PlaybackError &error);
+    void setState(PlayMode mode, int seekSpeed);
+
     Session *attachSession();
     void applyDescription(const SiteDescription &site);
     void requestEndpoint();
@@ -92,19 +113,34 @@ private:
     StreamProcessorParts m_parts;
     const RequestId m_requestId;
     std::shared_ptr<OutputGate> m_gate;
+    std::shared_ptr<OutputGate> m_audioGate; // the same one for sound alone
     QPointer<Session> m_session;
     QPointer<QThread> m_thread;
     StreamWorker *m_worker = nullptr; // lives on m_thread, deleted there
+    QSharedPointer<StreamSynchroniser> m_synchroniser;
+    const std::shared_ptr<std::atomic<Time300>> m_position = std::make_shared<std::atomic<Time300>>(0);
+    enum class Source { Live, Recorded };
+    Source m_source = Source::Live;
+    bool m_commanded = false;  // since start()
+    bool m_liveHeld = false;
+    bool m_liveOpen = false;
+    bool m_replayOpen = false; // the recording was found, or is being asked for
+    std::pair<unsigned, StreamQuality> m_replayOf{0, StreamQuality::High};
     PlaybackCommand m_command;
     StreamQuality m_quality = StreamQuality::High;
     int m_presentationMode = 0;
     unsigned m_trackId = 1;
+    bool isPlayed() const { return m_parts.hasVideo || m_hasSound; }
+
+    bool m_hasSound = false;
+    bool m_audioEnabled = true;
     bool m_active = false;
     bool m_playing = false;
     quint32 m_order = 0;
     quint32 m_firstOrder = 0; // orders of this run are above it
     int m_reportedError = PlaybackError::NoError;
     BackOff m_backOff;
+    std::shared_ptr<StreamCounters> m_counted; // while the stream is started
     QTimer m_retryTimer;
     QTimer m_endpointTimer;
     QTimer m_stableTimer;

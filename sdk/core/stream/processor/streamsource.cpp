@@ -23,9 +23,10 @@ rtp::CaptureTime deviceNow(qint64 clockOffsetMs)
 
 } // namespace
 
-StreamSource::StreamSource(StreamSourceListener &listener, const StreamTiming &timing)
+StreamSource::StreamSource(StreamSourceListener &listener, const StreamTiming &timing, AudioTrack *audio)
     : m_listener(listener)
     , m_timing(timing)
+    , m_audio(audio)
     , m_client(*this)
 {
 }
@@ -63,9 +64,10 @@ void StreamSource::setHeld(bool held)
         m_waitForKey = true;
 }
 
-int StreamSource::chooseMedium(const rtsp::SessionDescription &description)
+QList<int> StreamSource::chooseMedia(const rtsp::SessionDescription &description)
 {
-    for (int i = 0; i < description.media.size(); ++i) {
+    QList<int> chosen;
+    for (int i = 0; i < description.media.size() && chosen.isEmpty(); ++i) {
         const rtsp::MediaDescription &medium = description.media.at(i);
         const VideoCodec codec = rtp::videoCodecOf(medium);
         if (codec == VideoCodec::Unknown || m_decoder.open(codec) != VideoDecoder::Status::Ok)
@@ -73,9 +75,11 @@ int StreamSource::chooseMedium(const rtsp::SessionDescription &description)
         m_receiver = std::make_unique<rtp::RtpReceiver>(rtp::createDepacketiser(medium, *this),
                                                         std::uint8_t(medium.payloadType));
         m_clock = rtp::CaptureClock(std::uint32_t(medium.clockRate));
-        return i;
+        chosen.append(i);
     }
-    return -1;
+    if (const int audio = AudioTrack::choose(m_audio, description); audio >= 0 && !chosen.isEmpty())
+        chosen.append(audio);
+    return chosen;
 }
 
 void StreamSource::ready()
@@ -87,13 +91,31 @@ void StreamSource::playing(const rtsp::PlayReply &) {}
 
 void StreamSource::paused() {}
 
-void StreamSource::rtpPacket(std::span<const std::uint8_t> bytes)
+void StreamSource::rtpPacket(int track, std::span<const std::uint8_t> bytes)
 {
+    // The source may end while it takes the packet.
+    const std::shared_ptr<StreamCounters> counters = m_counters;
+    if (counters)
+        counters->bytes.fetch_add(bytes.size(), std::memory_order_relaxed);
+    if (track > 0) {
+        if (!m_held)
+            m_audio->rtpPacket(bytes);
+        return;
+    }
     m_receiver->packet(bytes);
+    if (counters && m_receiver->lostPackets() > m_countedLosses) {
+        const quint64 lost = m_receiver->lostPackets();
+        counters->packetsLost.fetch_add(lost - m_countedLosses, std::memory_order_relaxed);
+        m_countedLosses = lost;
+    }
 }
 
-void StreamSource::rtcpPacket(std::span<const std::uint8_t> bytes)
+void StreamSource::rtcpPacket(int track, std::span<const std::uint8_t> bytes)
 {
+    if (track > 0) {
+        m_audio->rtcpPacket(bytes);
+        return;
+    }
     const rtp::RtcpPacket packet = rtp::RtcpPacket::parse(bytes);
     if (packet.senderReport)
         m_clock.senderReport(*packet.senderReport);
@@ -123,7 +145,10 @@ void StreamSource::accessUnitReady(const rtp::AccessUnit &unit)
         ++m_dropped;
         return;
     }
-    decode(unit);
+    if (m_soundOnly)
+        m_listener.pictureReady(*this, {Image(), m_clock.timeOf(unit, deviceNow(m_endpoint.clockOffsetMs)), unit.key});
+    else
+        decode(unit);
 }
 
 bool StreamSource::isDecodable(const rtp::AccessUnit &unit)

@@ -3,25 +3,19 @@
 
 #include "codecs/videodecoder.h"
 #include "core/session/mediaendpoint.h"
+#include "core/stats/streammeter.h"
+#include "core/stream/processor/audiotrack.h"
+#include "core/stream/processor/streamtiming.h"
 #include "core/stream/rtp/captureclock.h"
 #include "core/stream/rtp/rtpreceiver.h"
 #include "core/stream/rtsp/client.h"
 
 #include <array>
-#include <chrono>
 #include <memory>
 
 namespace orrin {
 
 class StreamSource;
-
-/*! The waits of a stream, shorter in tests. */
-struct StreamTiming
-{
-    std::chrono::milliseconds backOffBase{1000};
-    std::chrono::milliseconds requestTimeout{5000};
-    std::chrono::milliseconds silenceTimeout{10000};
-};
 
 /*! A decoded picture and what is known of it. */
 struct SourcePicture
@@ -47,16 +41,20 @@ public:
 class ORRINSDK_CORE_EXPORT StreamSource : private rtsp::ClientListener, private rtp::AccessUnitSink
 {
 public:
-    /*! \a listener outlives the source. */
-    StreamSource(StreamSourceListener &listener, const StreamTiming &timing);
+    /*! \a listener and \a audio, which may be null, outlive the source. */
+    StreamSource(StreamSourceListener &listener, const StreamTiming &timing, AudioTrack *audio = nullptr);
     ~StreamSource() override;
     StreamSource(const StreamSource &) = delete;
     StreamSource &operator=(const StreamSource &) = delete;
 
     void open(const MediaEndpoint &endpoint);
     void close();
+    /*! Counts data and losses there; null for nowhere. */
+    void setCounters(std::shared_ptr<StreamCounters> counters) { m_counters = std::move(counters); }
     /*! Held: the connection stays, nothing is decoded; afterwards it goes on with the next key frame. */
     void setHeld(bool held);
+    /*! Pictures are not decoded: those that are reported hold their time alone. Before open(). */
+    void setSoundOnly(bool soundOnly) { m_soundOnly = soundOnly; }
 
     const MediaEndpoint &endpoint() const { return m_endpoint; }
     QByteArray codecName() const { return videoCodecName(m_decoder.codec()); }
@@ -64,12 +62,12 @@ public:
     quint64 droppedUnits() const { return m_dropped; }
 
 private:
-    int chooseMedium(const rtsp::SessionDescription &description) override;
+    QList<int> chooseMedia(const rtsp::SessionDescription &description) override;
     void ready() override;
     void playing(const rtsp::PlayReply &reply) override;
     void paused() override;
-    void rtpPacket(std::span<const std::uint8_t> bytes) override;
-    void rtcpPacket(std::span<const std::uint8_t> bytes) override;
+    void rtpPacket(int track, std::span<const std::uint8_t> bytes) override;
+    void rtcpPacket(int track, std::span<const std::uint8_t> bytes) override;
     void failed(const rtsp::Failure &failure) override;
 
     void accessUnitReady(const rtp::AccessUnit &unit) override;
@@ -87,6 +85,7 @@ private:
 
     StreamSourceListener &m_listener;
     StreamTiming m_timing;
+    AudioTrack *m_audio;
     MediaEndpoint m_endpoint;
     rtsp::Client m_client;
     std::unique_ptr<rtp::RtpReceiver> m_receiver;
@@ -96,8 +95,11 @@ private:
     qint64 m_units = 0;
     int m_corruptRun = 0;
     quint64 m_dropped = 0;
+    std::shared_ptr<StreamCounters> m_counters;
+    quint64 m_countedLosses = 0;
     bool m_waitForKey = true;
     bool m_held = false;
+    bool m_soundOnly = false;
     bool m_open = false;
 };
 

@@ -17,6 +17,37 @@ constexpr std::size_t ReadBytes = 64 * 1024;
 constexpr int ReadsPerTurn = 8;
 constexpr std::size_t MaxQueuedRequests = 16;
 constexpr auto DefaultSessionTimeout = 60s;
+// An answer may stand behind packets that are still on their way: so many times the usual wait while they come.
+constexpr int PatienceFactor = 4;
+
+} // namespace
+
+namespace {
+
+Failure failureOf(int status)
+{
+    const QString detail = Client::tr("The server answers with status %1.").arg(status);
+    switch (status) {
+    case 401:
+    case 403:
+        return {Failure::Kind::Unauthorised, detail};
+    case 404:
+    case 410:
+        return {Failure::Kind::NotFound, detail};
+    case 457:
+        return {Failure::Kind::InvalidRange, detail};
+    case 415:
+    case 461:
+    case 501:
+    case 505:
+    case 551:
+        return {Failure::Kind::Unsupported, detail};
+    case 454:
+        return {Failure::Kind::Ended, detail};
+    default:
+        return {Failure::Kind::Connection, detail};
+    }
+}
 
 } // namespace
 
@@ -34,8 +65,7 @@ Client::Client(ClientListener &listener, QObject *parent)
     connect(&m_connection, &Connection::readable, this, &Client::readBytes);
     connect(&m_connection, &Connection::broken, this,
             [this](const Failure &failure) { fail(failure.kind, failure.detail); });
-    connect(&m_requestTimer, &QTimer::timeout, this,
-            [this] { fail(Failure::Kind::Timeout, tr("The server does not answer.")); });
+    connect(&m_requestTimer, &QTimer::timeout, this, &Client::requestTimedOut);
     connect(&m_keepAliveTimer, &QTimer::timeout, this, &Client::keepAlive);
     connect(&m_silenceTimer, &QTimer::timeout, this, &Client::checkSilence);
 }
@@ -50,6 +80,7 @@ void Client::open(const ClientSettings &settings)
     close();
     // Not when closing: bytes of the parser may be lent to the listener that closes.
     m_parser.reset();
+    m_reading = true;
     m_settings = settings;
     m_requestUri = settings.url.toEncoded(QUrl::RemoveUserInfo | QUrl::RemoveFragment);
     m_baseUri = m_requestUri;
@@ -77,6 +108,15 @@ void Client::close()
     m_connection.close();
 }
 
+void Client::setReading(bool reading)
+{
+    if (std::exchange(m_reading, reading) == reading || !reading)
+        return;
+    m_lastPacket.start();
+    if (m_state != State::Closed && !std::exchange(m_readQueued, true))
+        QMetaObject::invokeMethod(this, &Client::readBytes, Qt::QueuedConnection);
+}
+
 void Client::fail(Failure::Kind kind, const QString &detail)
 {
     if (m_state == State::Closed)
@@ -87,30 +127,21 @@ void Client::fail(Failure::Kind kind, const QString &detail)
 
 void Client::failForStatus(int status)
 {
-    const QString detail = tr("The server answers with status %1.").arg(status);
-    switch (status) {
-    case 401:
-    case 403:
-        fail(Failure::Kind::Unauthorised, detail);
-        break;
-    case 404:
-    case 410:
-        fail(Failure::Kind::NotFound, detail);
-        break;
-    case 457:
-        fail(Failure::Kind::InvalidRange, detail);
-        break;
-    case 415:
-    case 461:
-    case 501:
-    case 505:
-    case 551:
-        fail(Failure::Kind::Unsupported, detail);
-        break;
-    default:
-        fail(Failure::Kind::Connection, detail);
-        break;
+    const Failure failure = failureOf(status);
+    fail(failure.kind, failure.detail);
+}
+
+// Packets that came meanwhile are a sign of life: the answer stands behind them.
+void Client::requestTimedOut()
+{
+    const bool keepsAlive = !m_requests.empty() && m_requests.front().handler == &Client::keptAlive;
+    const bool patient = keepsAlive || m_sent.durationElapsed() < m_settings.requestTimeout * PatienceFactor;
+    const bool alive = std::exchange(m_receivedMeanwhile, false);
+    if ((alive && patient) || (keepsAlive && !m_reading)) {
+        m_requestTimer.start(m_settings.requestTimeout);
+        return;
     }
+    fail(Failure::Kind::Timeout, tr("The server does not answer."));
 }
 
 void Client::established()
@@ -125,7 +156,7 @@ void Client::readBytes()
 {
     m_readQueued = false;
     for (int i = 0; i < ReadsPerTurn; ++i) {
-        if (m_state == State::Closed || !readSome())
+        if (m_state == State::Closed || !m_reading || !readSome())
             return;
     }
     if (!m_connection.hasBytes() || std::exchange(m_readQueued, true))
@@ -139,6 +170,7 @@ bool Client::readSome()
     const std::size_t size = m_connection.read(m_parser.prepare(ReadBytes));
     if (size == 0)
         return false;
+    m_receivedMeanwhile = true;
     m_parser.commit(size);
     for (;;) {
         switch (m_parser.next()) {
@@ -164,11 +196,16 @@ void Client::handleInterleaved()
     // Packets may come before the answer to PLAY, but not before that to SETUP.
     if (m_state != State::Ready && m_state != State::Playing)
         return;
-    if (m_parser.channel() == m_rtpChannel) {
-        m_lastPacket.start();
-        m_listener.rtpPacket(m_parser.payload());
-    } else if (m_parser.channel() == m_rtcpChannel) {
-        m_listener.rtcpPacket(m_parser.payload());
+    for (std::size_t i = 0; i < m_tracks.size(); ++i) {
+        if (m_parser.channel() == m_tracks[i].rtpChannel) {
+            m_lastPacket.start();
+            m_listener.rtpPacket(int(i), m_parser.payload());
+            return;
+        }
+        if (m_parser.channel() == m_tracks[i].rtcpChannel) {
+            m_listener.rtcpPacket(int(i), m_parser.payload());
+            return;
+        }
     }
 }
 
@@ -212,14 +249,33 @@ void Client::handleResponse(const Message &response)
     m_requests.pop_front();
     m_waiting = false;
     m_requestTimer.stop();
-    if (!keepAlive && (response.status < 200 || response.status > 299)) {
+    const bool refused = response.status < 200 || response.status > 299;
+    const bool refusedPlay = refused && handler == &Client::played;
+    if (refusedPlay) {
+        // Nothing plays, whatever played before.
+        m_state = State::Ready;
+        m_silenceTimer.stop();
+    }
+    if (refused && !keepAlive && !isBearable(handler, response.status)) {
         failForStatus(response.status);
         return;
     }
-    if (handler)
+    if (handler && !refusedPlay)
         (this->*handler)(response);
     if (m_state != State::Closed)
         sendNext();
+}
+
+// Whether the session stands although the server refused that request; tells the listener.
+bool Client::isBearable(Handler handler, int status)
+{
+    const Failure failure = failureOf(status);
+    if (handler == &Client::played)
+        return failure.kind != Failure::Kind::Ended && m_listener.playRefused(failure);
+    // A server at the end of a range has nothing to pause.
+    if (handler == &Client::pausedByServer)
+        return failure.kind != Failure::Kind::Ended;
+    return handler == &Client::setUp && m_tracksSetUp > 0;
 }
 
 void Client::enqueue(Request request)
@@ -254,6 +310,8 @@ void Client::send(Request &request)
         bytes += header.first + ": " + header.second + "\r\n";
     m_connection.write(bytes + "\r\n");
     m_requestTimer.start(m_settings.requestTimeout);
+    m_receivedMeanwhile = false;
+    m_sent.start();
 }
 
 void Client::described(const Message &response)
@@ -270,32 +328,58 @@ void Client::described(const Message &response)
             break;
         }
     }
-    const int index = m_listener.chooseMedium(*description);
+    const QList<int> chosen = m_listener.chooseMedia(*description);
     if (m_state == State::Closed)
         return;
-    if (index < 0 || index >= description->media.size()) {
+    m_tracks.clear();
+    m_tracksSetUp = 0;
+    for (const int index : chosen) {
+        if (index >= 0 && index < description->media.size() && int(m_tracks.size()) < MaxTracks)
+            m_tracks.push_back({controlUri(description->media.at(index).control)});
+    }
+    if (m_tracks.empty()) {
         fail(Failure::Kind::Unsupported, tr("The server offers no codec that can be played."));
         return;
     }
-    const QByteArray setUpUri = controlUri(description->media.at(index).control);
     if (description->control.startsWith("rtsp"))
         m_baseUri = description->control;
+    setUpNext();
+}
+
+void Client::setUpNext()
+{
+    const int channel = int(m_tracksSetUp) * 2;
     QList<Message::Header> headers = m_settings.options;
-    headers.append(Message::Header("Transport", "RTP/AVP/TCP;unicast;interleaved=0-1"));
-    enqueue({"SETUP", setUpUri, headers, &Client::setUp});
+    headers.append(Message::Header("Transport", "RTP/AVP/TCP;unicast;interleaved=" + QByteArray::number(channel) + '-'
+                                                    + QByteArray::number(channel + 1)));
+    enqueue({"SETUP", m_tracks[m_tracksSetUp].uri, headers, &Client::setUp});
 }
 
 void Client::setUp(const Message &response)
 {
+    if (response.status > 299) {
+        // What was set up before is enough to play.
+        m_tracks.resize(m_tracksSetUp);
+        ready();
+        return;
+    }
     readSession(response.header("session"));
     if (m_session.isEmpty()) {
         fail(Failure::Kind::Protocol, tr("The server opens no session."));
         return;
     }
-    if (!readTransport(response.header("transport"))) {
+    if (!readTransport(response.header("transport"), int(m_tracksSetUp))) {
         fail(Failure::Kind::Unsupported, tr("The server offers no transport over the connection."));
         return;
     }
+    if (++m_tracksSetUp < m_tracks.size())
+        setUpNext();
+    else
+        ready();
+}
+
+void Client::ready()
+{
     m_state = State::Ready;
     m_keepAliveTimer.start(m_keepAliveInterval);
     m_listener.ready();
@@ -312,7 +396,8 @@ void Client::played(const Message &response)
 {
     m_state = State::Playing;
     m_lastPacket.start();
-    m_silenceTimer.start(std::clamp<std::chrono::milliseconds>(m_settings.silenceTimeout / 10, 20ms, 1s));
+    if (m_settings.silenceTimeout.count() > 0)
+        m_silenceTimer.start(std::clamp<std::chrono::milliseconds>(m_settings.silenceTimeout / 10, 20ms, 1s));
     PlayReply reply;
     reply.range = response.header("range");
     reply.scale = response.header("scale");
@@ -355,7 +440,9 @@ void Client::keptAlive(const Message &response)
 
 void Client::checkSilence()
 {
-    if (m_state == State::Playing && m_lastPacket.durationElapsed() > m_settings.silenceTimeout)
+    if (!m_reading)
+        m_lastPacket.start();
+    else if (m_state == State::Playing && m_lastPacket.durationElapsed() > m_settings.silenceTimeout)
         fail(Failure::Kind::Timeout, tr("The server sends no pictures."));
 }
 
@@ -368,24 +455,28 @@ QByteArray Client::controlUri(const QByteArray &control) const
     return m_baseUri.endsWith('/') ? m_baseUri + control : m_baseUri + '/' + control;
 }
 
-bool Client::readTransport(const QByteArray &transport)
+bool Client::readTransport(const QByteArray &transport, int track)
 {
-    m_rtpChannel = 0;
-    m_rtcpChannel = 1;
+    Track &place = m_tracks[std::size_t(track)];
+    place.rtpChannel = 2 * track;
+    place.rtcpChannel = 2 * track + 1;
     const ParameterList parameters(transport, ';');
     const QByteArray channels = parameters.value("interleaved");
     if (!channels.isEmpty()) {
         const QList<QByteArray> numbers = channels.split('-');
         bool ok = false;
-        m_rtpChannel = numbers[0].toInt(&ok);
-        if (!ok || m_rtpChannel < 0 || m_rtpChannel > 255)
+        place.rtpChannel = numbers[0].toInt(&ok);
+        if (!ok || place.rtpChannel < 0 || place.rtpChannel > 255)
             return false;
         const int second = numbers.size() > 1 ? numbers[1].toInt(&ok) : -1;
-        m_rtcpChannel = ok && second >= 0 && second <= 255 ? second : -1;
+        place.rtcpChannel = ok && second >= 0 && second <= 255 ? second : -1;
     } else if (!transport.isEmpty() && !transport.contains("TCP")) {
         return false;
     }
-    m_parser.setChannelCount(std::max(m_rtpChannel, m_rtcpChannel) + 1);
+    int highest = 0;
+    for (const Track &each : m_tracks)
+        highest = std::max({highest, each.rtpChannel, each.rtcpChannel});
+    m_parser.setChannelCount(highest + 1);
     return true;
 }
 

@@ -18,6 +18,7 @@
 #include <deque>
 #include <functional>
 #include <optional>
+#include <vector>
 
 namespace orrin::rtsp {
 
@@ -32,7 +33,7 @@ struct ClientSettings
     QList<Message::Header> options;
     /*! For the connection and for each answer. */
     std::chrono::milliseconds requestTimeout{5000};
-    /*! The longest time without a packet in play. */
+    /*! The longest time without a packet in play; 0 lets any silence be. */
     std::chrono::milliseconds silenceTimeout{10000};
 };
 
@@ -52,20 +53,27 @@ class ClientListener
 public:
     virtual ~ClientListener() = default;
 
-    /*! Which medium to set up, as an index; -1 when none can be played. */
-    virtual int chooseMedium(const SessionDescription &description) = 0;
-    /*! The medium is set up: play() may be called. */
+    /*! Which media to set up, as indexes, the main one first, at most Client::MaxTracks; empty when none can be played. Their places in
+        the list are the tracks of the packets. A further one that the server refuses is left out. */
+    virtual QList<int> chooseMedia(const SessionDescription &description) = 0;
+    /*! The media are set up: play() may be called. */
     virtual void ready() = 0;
     virtual void playing(const PlayReply &reply) = 0;
+    /*! The server does not do this PLAY, for a reason that is no fault of the connection. True: the session goes on without it; false ends it. */
+    virtual bool playRefused(const Failure &failure)
+    {
+        Q_UNUSED(failure)
+        return false;
+    }
     virtual void paused() = 0;
     /*! The bytes are lent for the call. */
-    virtual void rtpPacket(std::span<const std::uint8_t> bytes) = 0;
-    virtual void rtcpPacket(std::span<const std::uint8_t> bytes) = 0;
+    virtual void rtpPacket(int track, std::span<const std::uint8_t> bytes) = 0;
+    virtual void rtcpPacket(int track, std::span<const std::uint8_t> bytes) = 0;
     /*! Once; the client is closed. */
     virtual void failed(const Failure &failure) = 0;
 };
 
-/*! One RTSP session with one medium, interleaved over TCP or TLS. Lives on one stream thread.
+/*! One RTSP session with one medium or two, interleaved over TCP or TLS. Lives on one stream thread.
 
     open() describes and sets up; play() and pause() may then be called any number of times, an answer at a time; the session is kept alive in
     play and in pause. Every wait has an end: each request, and silence in play. Passwords and URLs go into no log and
@@ -75,6 +83,7 @@ class ORRINSDK_CORE_EXPORT Client : public QObject
     Q_OBJECT
 public:
     enum class State { Closed, Connecting, SettingUp, Ready, Playing };
+    static constexpr int MaxTracks = 2;
 
     /*! \a listener outlives the client. */
     explicit Client(ClientListener &listener, QObject *parent = nullptr);
@@ -86,6 +95,8 @@ public:
     /*! \a headers go with the PLAY: its range, scale and so on. */
     void play(const QList<Message::Header> &headers);
     void pause();
+    /*! False: nothing is read, so that the connection fills up and the server waits. Requests that are on their way then may take longer. */
+    void setReading(bool reading);
     /*! Ends the session politely, without waiting. Nothing is called any more. */
     void close();
 
@@ -101,6 +112,13 @@ private:
         bool challenged = false;
     };
 
+    struct Track
+    {
+        QByteArray uri;
+        int rtpChannel = -1;
+        int rtcpChannel = -1;
+    };
+
     void established();
     void readBytes();
     bool readSome();
@@ -108,7 +126,9 @@ private:
     void handleRequest(const Message &request);
     void handleResponse(const Message &response);
     void handleInterleaved();
+    void requestTimedOut();
 
+    bool isBearable(Handler handler, int status);
     void enqueue(Request request);
     void sendNext();
     void send(Request &request);
@@ -116,7 +136,9 @@ private:
     void failForStatus(int status);
 
     void described(const Message &response);
+    void setUpNext();
     void setUp(const Message &response);
+    void ready();
     void played(const Message &response);
     void pausedByServer(const Message &response);
     void keptAlive(const Message &response);
@@ -124,7 +146,7 @@ private:
     void checkSilence();
 
     QByteArray controlUri(const QByteArray &control) const;
-    bool readTransport(const QByteArray &transport);
+    bool readTransport(const QByteArray &transport, int track);
     void readSession(const QByteArray &header);
 
     ClientListener &m_listener;
@@ -141,9 +163,12 @@ private:
     QByteArray m_session;
     std::chrono::milliseconds m_keepAliveInterval;
     bool m_getParameter = true;
-    int m_rtpChannel = 0;
-    int m_rtcpChannel = 1;
+    std::vector<Track> m_tracks;
+    std::size_t m_tracksSetUp = 0;
+    bool m_reading = true;
     bool m_readQueued = false;
+    bool m_receivedMeanwhile = false; // bytes came while a request waits
+    QElapsedTimer m_sent;
     QElapsedTimer m_lastPacket;
     QTimer m_requestTimer;
     QTimer m_keepAliveTimer;

@@ -81,6 +81,8 @@ void readAttribute(SessionDescription *session, QByteArrayView value)
     QByteArrayView rest;
     if (name == "control")
         medium.control = content.toByteArray();
+    else if (name == "x-onvif-track")
+        medium.track = content.toByteArray();
     else if (name == "rtpmap" && isForPayloadType(medium, content, &rest))
         readEncoding(&medium, rest);
     else if (name == "fmtp" && isForPayloadType(medium, content, &rest))

@@ -23,6 +23,7 @@ struct MediaDescription
     int channels = 1;
     QByteArray control;     //!< as it stands; empty without one
     QByteArray fmtp;        //!< parameters of the payload type
+    QByteArray track;       //!< the token of the recording's track; empty outside recordings
 };
 
 /*! A session description (SDP) as cameras and recorders send it. Tolerant: unknown and missing lines do no harm. */

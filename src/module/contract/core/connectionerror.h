@@ -19,15 +19,15 @@ public:
 
     QString toString() const override
     {
-        const char *text = "No error";
+        const char *text = QT_TRANSLATE_NOOP("orrin::ConnectionError", "No error");
         switch (m_code) {
         case NoError: break;
-        case ConnectionLost: text = "Connection lost"; break;
-        case TimedOut: text = "The server does not answer"; break;
-        case ProtocolError: text = "The server's answer could not be read"; break;
-        case KeyChanged: text = "Server's public key has changed"; break;
-        case NotAuthorised: text = "The server refused the user"; break;
-        default: text = "Unknown error"; break;
+        case ConnectionLost: text = QT_TRANSLATE_NOOP("orrin::ConnectionError", "Connection lost"); break;
+        case TimedOut: text = QT_TRANSLATE_NOOP("orrin::ConnectionError", "The server does not answer"); break;
+        case ProtocolError: text = QT_TRANSLATE_NOOP("orrin::ConnectionError", "The server's answer could not be read"); break;
+        case KeyChanged: text = QT_TRANSLATE_NOOP("orrin::ConnectionError", "Server's public key has changed"); break;
+        case NotAuthorised: text = QT_TRANSLATE_NOOP("orrin::ConnectionError", "The server refused the user"); break;
+        default: text = QT_TRANSLATE_NOOP("orrin::ConnectionError", "Unknown error"); break;
         }
         const QString translated = QCoreApplication::translate("orrin::ConnectionError", text);
         return m_detail.isEmpty() ? translated : translated + QLatin1String(": ") + m_detail;

@@ -9,7 +9,9 @@
 
 namespace orrin {
 
-/*! What a heading of the statistics means, and the range in which its values are shown. Main thread; belongs to whoever asked for it. */
+/*! What a heading of the statistics means, and the range in which its values are shown. Main thread; belongs to whoever asked for it.
+
+    The order of the operations is part of the interface. */
 class IRangeInfo
 {
 public:
@@ -28,19 +30,26 @@ public:
     virtual int lowerBoundKind() const = 0;
     virtual int upperBoundKind() const = 0;
 
-    /*! The smallest and the largest value of the data so far; nothing before the first. */
+    /*! The smallest and the largest value of the data; nothing before they are set. */
     virtual void setMinimumValue(double value) = 0;
     virtual std::optional<double> minimumValue() const = 0;
     virtual void setMaximumValue(double value) = 0;
     virtual std::optional<double> maximumValue() const = 0;
 
+    /*! The ends of the axis; 0 and 100 until they are set. */
     virtual void setLowerBound(double bound) = 0;
     virtual double lowerBound() const = 0;
     virtual void setUpperBound(double bound) = 0;
     virtual double upperBound() const = 0;
 
-    /*! The heading itself. */
+    /*! Digits after the decimal point with which a value is written out, 0 or more. */
+    virtual int decimals() const = 0;
+
+    /*! The heading itself, as it was asked for. */
     virtual QString heading() const = 0;
+
+    /*! Whether an axis whose lower bound is not computed begins at 0. */
+    virtual bool lowerBoundStartsAtZero() const = 0;
 
 protected:
     IRangeInfo() = default;

@@ -39,20 +39,36 @@ public:
     {
         switch (error) {
         case Successful: return tr("No error");
-        case TooManyOpenConnections: return withServer("Too many open connections. Server: %1, port: %2");
-        case BadLogin: return withServer("Invalid username or password. Server: %1, port: %2");
-        case LoginNotPermitted: return withServer("Login not permitted at this time. Server: %1, port: %2");
-        case ConnectionFailed: return withServer("Failed to connect to the server. Server: %1, port: %2");
-        case ServerNotAvailable: return withServer("Server is not available. Server: %1, port: %2");
-        case FailedToSetupConnection: return withServer("Failed to set up connection. Server: %1, port: %2");
+        case TooManyOpenConnections:
+            return withServer(QT_TRANSLATE_NOOP("orrin::LoginError",
+                                                "Too many open connections. Server: %1, port: %2"));
+        case BadLogin:
+            return withServer(QT_TRANSLATE_NOOP("orrin::LoginError",
+                                                "Invalid username or password. Server: %1, port: %2"));
+        case LoginNotPermitted:
+            return withServer(QT_TRANSLATE_NOOP("orrin::LoginError",
+                                                "Login not permitted at this time. Server: %1, port: %2"));
+        case ConnectionFailed:
+            return withServer(QT_TRANSLATE_NOOP("orrin::LoginError",
+                                                "Failed to connect to the server. Server: %1, port: %2"));
+        case ServerNotAvailable:
+            return withServer(QT_TRANSLATE_NOOP("orrin::LoginError",
+                                                "Server is not available. Server: %1, port: %2"));
+        case FailedToSetupConnection:
+            return withServer(QT_TRANSLATE_NOOP("orrin::LoginError",
+                                                "Failed to set up connection. Server: %1, port: %2"));
         case PasswordRequiredForEncryptedArchive:
             return tr("Password required for encrypted archive %1.").arg(server);
         case NoSuchFileOrDirectory: return tr("No such file or directory.");
         case FileIsNotRecognizedArchive: return tr("File is not a recognized archive.");
-        case PublicKeyChanged: return withServer("Server's public key has changed. Server: %1, port: %2");
+        case PublicKeyChanged:
+            return withServer(QT_TRANSLATE_NOOP("orrin::LoginError",
+                                                "Server's public key has changed. Server: %1, port: %2"));
         case AccountLocked: return lockedText();
-        case AddressNotPermitted: return withServer("Login not permitted from this address. Server: %1, port: %2");
-        default: return withServer("Unknown error. Server: %1, port: %2");
+        case AddressNotPermitted:
+            return withServer(QT_TRANSLATE_NOOP("orrin::LoginError",
+                                                "Login not permitted from this address. Server: %1, port: %2"));
+        default: return withServer(QT_TRANSLATE_NOOP("orrin::LoginError", "Unknown error. Server: %1, port: %2"));
         }
     }
 
@@ -88,12 +104,15 @@ private:
             return tr(source).arg(QString::number(count), server, QString::number(port));
         };
         if (lockoutSeconds <= 60)
-            return text("Your account is locked for %1 seconds. Server: %2, port: %3", lockoutSeconds);
+            return text(QT_TRANSLATE_NOOP("orrin::LoginError",
+                                          "Your account is locked for %1 seconds. Server: %2, port: %3"), lockoutSeconds);
         int minutes = static_cast<int>(static_cast<float>(lockoutSeconds) / 60.0f);
         // The rounding to hundredths finds a whole number and leaves it; the step belongs to the computation.
         minutes = static_cast<int>(std::floor(static_cast<float>(minutes) * 100.0f) / 100.0f);
-        return minutes == 1 ? text("Your account is locked for %1 minute. Server: %2, port: %3", minutes)
-                            : text("Your account is locked for %1 minutes. Server: %2, port: %3", minutes);
+        return minutes == 1 ? text(QT_TRANSLATE_NOOP("orrin::LoginError",
+                                                     "Your account is locked for %1 minute. Server: %2, port: %3"), minutes)
+                            : text(QT_TRANSLATE_NOOP("orrin::LoginError",
+                                                     "Your account is locked for %1 minutes. Server: %2, port: %3"), minutes);
     }
 };
 

@@ -19,6 +19,7 @@ namespace orrin {
 
 class Camera;
 class Channel;
+class Connection;
 class CorvaneConfig;
 class CurrentUser;
 class ServerGroup;
@@ -60,6 +61,9 @@ public:
 
     std::vector<QPointer<Channel>> channels(SortBy order) const;
     std::vector<QPointer<Camera>> cameras() const;
+
+    /*! What the server tells of its recordings and its clock; null while it is not connected. Borrowed for the call. */
+    Connection *connection() const;
 
     /*! The user of this session; null when nobody is logged in. */
     QSharedPointer<CurrentUser> currentUser() const;

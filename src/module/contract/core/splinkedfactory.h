@@ -23,7 +23,7 @@ public:
     void setAudioFactory(QSharedPointer<SPMFactory> factory);
 
     /*! A processor, not yet started, for \a channel; null when no server has that channel or there is neither a video nor an audio
-        factory. Processors with the same \a syncContextId, other than -1, are kept at one moment. Its deleter is deleteLater. */
+        factory. Processors with the same \a syncContextId, above 0, are kept at one moment. Its deleter is deleteLater. */
     QSharedPointer<AbstractStreamProcessor> createProcessor(ChannelUID channel, int syncContextId);
 
 private:
