@@ -41,6 +41,10 @@ const std::vector<Console::Command> &Console::commands()
         {u"key", u"renew RECORDER", u"make a new TLS key", &Console::key},
         {u"rtsp", u"drop | stall on|off | garbage on|off [RECORDER]",
          u"close RTSP connections, hold frames back, send garbage", &Console::rtsp},
+        {u"replay", u"drop | late SECONDS | silent on|off | wrong-range on|off [RECORDER]",
+         u"end the sessions that replay, answer PLAY late, send nothing after the first frames, send the "
+         "pictures of the hour before",
+         &Console::replay},
         {u"http", u"silent on|off | garbage on|off [RECORDER]", u"leave requests unanswered, answer garbage",
          &Console::http},
         {u"listener", u"stop|start RECORDER", u"take a recorder off the network and back",
@@ -57,6 +61,7 @@ const std::vector<Console::Command> &Console::commands()
         {u"change", u"site|configuration [RECORDER]", u"report a change to the sessions", &Console::change},
         {u"notice", u"restart|reboot|shutdown|userTimedOut [RECORDER]", u"report a notice to the sessions",
          &Console::notice},
+        {u"ptz", u"RECORDER CAMERA", u"tell where a camera looks", &Console::ptz},
         {u"clients", u"[RECORDER]", u"count sessions and RTSP connections", &Console::clients},
         {u"help", u"", u"list the commands", nullptr},
         {u"quit", u"", u"end the server", nullptr},
@@ -165,6 +170,38 @@ QString Console::rtsp(const QStringList &words)
             recorder->rtsp().setStalled(state == "on"_L1);
         else
             recorder->rtsp().setGarbage(state == "on"_L1);
+    }
+    return ok();
+}
+
+QString Console::replay(const QStringList &words)
+{
+    constexpr int LongestSeconds = 20;
+    const QString what = words.value(1);
+    const QString state = words.value(2);
+    const bool drop = what == "drop"_L1;
+    bool valid = drop;
+    double seconds = 0;
+    if (what == "late"_L1)
+        seconds = state.toDouble(&valid);
+    else if (what == "silent"_L1 || what == "wrong-range"_L1)
+        valid = state == "on"_L1 || state == "off"_L1;
+    if (!valid || !(seconds >= 0 && seconds <= LongestSeconds))
+        return failed(u"usage: replay drop | late SECONDS (up to %1) | silent on|off | wrong-range on|off "
+                      "[RECORDER]"_s.arg(LongestSeconds));
+    const Recorders targets = recorders(words, drop ? 2 : 3);
+    if (targets.empty())
+        return failed(NoRecorder);
+    for (Recorder *recorder : targets) {
+        ReplayControl &control = recorder->rtsp().replayControl();
+        if (drop)
+            recorder->rtsp().dropReplaySessions();
+        else if (what == "late"_L1)
+            control.lateMs = int(seconds * 1000);
+        else if (what == "silent"_L1)
+            control.silent = state == "on"_L1;
+        else
+            control.wrongRange = state == "on"_L1;
     }
     return ok();
 }
@@ -361,6 +398,22 @@ QString Console::notice(const QStringList &words)
     for (Recorder *recorder : targets)
         recorder->changes().addNotice(name);
     return ok();
+}
+
+QString Console::ptz(const QStringList &words)
+{
+    Recorder *recorder = m_server.recorder(words.value(1));
+    if (!recorder)
+        return failed(NoRecorder);
+    const Camera *camera = recorder->info().camera(words.value(2).toInt());
+    if (!camera || !camera->motor)
+        return failed(u"there is no such camera that moves"_s);
+    const std::int64_t now = recorder->clock().nowMs();
+    const View view = camera->motor->viewAt(now);
+    return ok(u"pan=%1 tilt=%2 zoom=%3 focus=%4 %5"_s.arg(
+        QString::number(view.pan, 'f', 4), QString::number(view.tilt, 'f', 4),
+        QString::number(view.zoom, 'f', 4), QString::number(camera->motor->focusAt(now), 'f', 4),
+        camera->motor->isMoving(now) || camera->motor->isFocusMoving(now) ? u"moving"_s : u"still"_s));
 }
 
 QString Console::clients(const QStringList &words)

@@ -47,6 +47,7 @@ private:
     QString refuse(const QStringList &words);
     QString key(const QStringList &words);
     QString rtsp(const QStringList &words);
+    QString replay(const QStringList &words);
     QString http(const QStringList &words);
     QString listener(const QStringList &words);
     QString user(const QStringList &words);
@@ -60,6 +61,7 @@ private:
     QString eventSubscriptions(const QStringList &words);
     QString server(const QStringList &words);
     QString clients(const QStringList &words);
+    QString ptz(const QStringList &words);
 
     DemoServer &m_server;
 };

@@ -28,6 +28,9 @@ constexpr OptionText Texts[] = {
     {"north-rtsp-port"_L1, "port"_L1, "RTSP port of the recorder North (default 8611)."_L1},
     {"south-rtsp-port"_L1, "port"_L1, "RTSP port of the recorder South (default 8612)."_L1},
     {"free-ports"_L1, ""_L1, "Use any free port for everything that has no port option."_L1},
+    {"discovery-port"_L1, "port"_L1,
+     "UDP port where clients find the recorders by WS-Discovery (default 3702, 0 any free one)."_L1},
+    {"no-discovery"_L1, ""_L1, "Do not answer clients that look for recorders."_L1},
     {"state-dir"_L1, "folder"_L1, "Keep keys and certificates in this folder (default: in memory only)."_L1},
     {"user"_L1, "name:password:level"_L1,
      "Add or replace a user; level is administrator, installer, operator or user. May be repeated."_L1},
@@ -87,6 +90,10 @@ std::optional<User> parseUser(const QString &text)
 Site Options::site() const
 {
     Site site = Site::builtIn();
+    for (RecorderInfo &recorder : site.recorders) {
+        recorder.clock = DeviceClock(clockOffset);
+        recorder.startedMs = recorder.clock.nowMs();
+    }
     int nextId = int(site.users.size());
     for (const User &user : users) {
         const auto same = std::ranges::find(site.users, user.name, &User::name);
@@ -133,6 +140,7 @@ std::optional<Options> Options::parse(const QStringList &arguments, QString *err
         return quint16(numbers.read(name, free ? 0 : standard, 0, 65535));
     };
     options.httpPorts = {port(u"north-port"_s, 8601), port(u"south-port"_s, 8602)};
+    options.discoveryPort = port(u"discovery-port"_s, 3702);
     options.rtspPorts = {port(u"north-rtsp-port"_s, 8611), port(u"south-rtsp-port"_s, 8612)};
     options.clockOffset =
         std::chrono::seconds(numbers.read(u"clock-offset"_s, 0, -1'000'000'000, 1'000'000'000));
@@ -157,6 +165,8 @@ std::optional<Options> Options::parse(const QStringList &arguments, QString *err
         options.users.append(*user);
     }
     options.stateFolder = parser.value(u"state-dir"_s);
+    if (parser.isSet(u"no-discovery"_s))
+        options.discoveryPort.reset();
     options.plainOnvif = parser.isSet(u"plain-onvif"_s);
     options.plainRtsp = parser.isSet(u"plain-rtsp"_s);
     options.exitWithStandardInput = parser.isSet(u"exit-with-stdin"_s);

@@ -20,6 +20,7 @@ struct Options
     QString stateFolder; //!< empty: keys live in memory only
     QList<User> users;   //!< in addition to the built-in ones, or in place of those with the same name
     std::chrono::seconds clockOffset{0};
+    std::optional<quint16> discoveryPort = 3702; //!< UDP port of WS-Discovery, 0 is any free port; empty: off
     bool plainOnvif = false;
     bool plainRtsp = false;
     bool exitWithStandardInput = false;

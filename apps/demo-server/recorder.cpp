@@ -45,6 +45,8 @@ bool Recorder::start(QString *error)
 
 void Recorder::stop()
 {
+    if (m_http.port() != 0)
+        Q_EMIT closing();
     m_siteService.reset();
     m_onvif.reset();
     m_http.close();
@@ -54,7 +56,10 @@ void Recorder::stop()
 bool Recorder::restart(QString *error)
 {
     stop();
-    return open(m_httpPort, m_rtspPort, error);
+    if (!open(m_httpPort, m_rtspPort, error))
+        return false;
+    Q_EMIT opened();
+    return true;
 }
 
 bool Recorder::renewKey(QString *error)

@@ -47,6 +47,7 @@ public:
     void setHttpMode(HttpListener::Mode mode) { m_http.setMode(mode); }
     RtspServer &rtsp() { return m_rtsp; }
     ChangeLog &changes() { return m_changes; }
+    DeviceClock clock() const { return DeviceClock(m_options.clockOffset); }
     EventLog &events() { return m_events; }
     std::pair<int, int> subscriptionCounts() const { return m_onvif.subscriptionCounts(); }
     void forgetSubscriptions() { m_onvif.reset(); }
@@ -54,6 +55,12 @@ public:
 
     quint16 httpPort() const { return m_http.port(); }
     QByteArray publicKeySha256() const { return m_identity.publicKeySha256(); }
+
+Q_SIGNALS:
+    /*! The ports are open again after restart(). */
+    void opened();
+    /*! stop() is about to close the ports, which were open. */
+    void closing();
 
 private:
     void handle(const HttpRequest &request, HttpReply reply);

@@ -8,6 +8,9 @@
 #include <QImage>
 #include <QPainter>
 
+#include <algorithm>
+#include <cmath>
+
 namespace orrin::demo {
 
 using namespace Qt::StringLiterals;
@@ -16,6 +19,18 @@ namespace {
 // A movable camera shows a part of its world even at the widest, so that there is something to pan to.
 constexpr double WideShare = 0.6;
 constexpr double MaximumZoom = 5.0;
+
+/*! \a image as a lens shows it that is focused nearer or further than the scene. */
+QImage defocused(const QImage &image, double focus)
+{
+    constexpr double Strongest = 32.0;
+    const double grain = 1.0 + std::abs(focus - View::Sharp) * Strongest;
+    if (grain < 1.05)
+        return image;
+    const QSize coarse(std::max(2, int(image.width() / grain)), std::max(2, int(image.height() / grain)));
+    return image.scaled(coarse, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
+        .scaled(image.size(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+}
 } // namespace
 
 CameraPainter::CameraPainter(const Camera &camera, const QByteArray &timeZone, QSize size,
@@ -93,7 +108,7 @@ void CameraPainter::prepareView(const View &view)
         painter.translate(-m_visible.topLeft());
         m_scene->paintBackground(painter);
     }
-    m_background = Picture::fromImage(image, m_range);
+    m_background = Picture::fromImage(defocused(image, view.focus), m_range);
 
     m_sprites.clear();
     for (const SpriteArt &art : m_scene->art()) {

@@ -24,21 +24,23 @@ const char *encoderName(VideoCodec codec)
     return "mjpeg";
 }
 
-void setOptions(AVCodecContext *context, VideoCodec codec)
+void setOptions(AVCodecContext *context, VideoCodec codec, Encoder::Use use)
 {
     void *options = context->priv_data;
+    // A constant quantiser knows nothing of the past.
+    const char *quality = use == Encoder::Use::Recorded ? "qp" : "crf";
     switch (codec) {
     case VideoCodec::H264:
         av_opt_set(options, "preset", "ultrafast", 0);
         av_opt_set(options, "tune", "zerolatency", 0);
-        av_opt_set(options, "crf", "24", 0);
+        av_opt_set(options, quality, "24", 0);
         av_opt_set(options, "forced-idr", "1", 0);
         av_opt_set(options, "x264-params", "scenecut=0:sliced-threads=0:sync-lookahead=0", 0);
         break;
     case VideoCodec::H265:
         av_opt_set(options, "preset", "ultrafast", 0);
         av_opt_set(options, "tune", "zerolatency", 0);
-        av_opt_set(options, "crf", "26", 0);
+        av_opt_set(options, quality, "26", 0);
         av_opt_set(options, "forced-idr", "1", 0);
         av_opt_set(options, "x265-params",
                    "log-level=none:scenecut=0:repeat-headers=1:frame-threads=1:pools=none:wpp=0:info=0", 0);
@@ -60,7 +62,7 @@ void PacketDeleter::operator()(AVPacket *packet) const
     av_packet_free(&packet);
 }
 
-Encoder::Encoder(VideoCodec codec, const Profile &profile, int keyInterval)
+Encoder::Encoder(VideoCodec codec, const Profile &profile, int keyInterval, Use use)
 {
     const AVCodec *encoder = avcodec_find_encoder_by_name(encoderName(codec));
     if (!encoder)
@@ -76,7 +78,7 @@ Encoder::Encoder(VideoCodec codec, const Profile &profile, int keyInterval)
     m_context->thread_count = 1;
     m_context->colorspace = AVCOL_SPC_SMPTE170M;
     m_context->color_range = AVCOL_RANGE_MPEG;
-    setOptions(m_context, codec);
+    setOptions(m_context, codec, use);
     av_log_set_level(AV_LOG_ERROR);
 
     m_frame = av_frame_alloc();

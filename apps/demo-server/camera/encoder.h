@@ -26,8 +26,12 @@ using PacketPointer = std::unique_ptr<AVPacket, PacketDeleter>;
 class Encoder
 {
 public:
+    /*! What the pictures are for: Live adapts to what was before; Recorded gives the same packets for the
+     * same group of pictures, whatever was encoded before it. */
+    enum class Use { Live, Recorded };
+
     /*! \a keyInterval is the number of frames from one key frame to the next. */
-    Encoder(VideoCodec codec, const Profile &profile, int keyInterval);
+    Encoder(VideoCodec codec, const Profile &profile, int keyInterval, Use use = Use::Live);
     ~Encoder();
     Encoder(const Encoder &) = delete;
     Encoder &operator=(const Encoder &) = delete;

@@ -13,6 +13,10 @@ struct View
     double pan = 0.0;
     double tilt = 0.0;
     double zoom = 0.0;
+    double focus = Sharp; //!< from 0, near, to 1, far
+
+    /*! Where the whole scene is sharp. */
+    static constexpr double Sharp = 0.5;
 
     friend bool operator==(const View &, const View &) = default;
 

@@ -2,11 +2,14 @@
 #include "onvif/deviceservice.h"
 
 #include "onvif/namespaces.h"
+#include "site/scopes.h"
 
 #include <QDateTime>
 #include <QHostAddress>
 #include <QTimeZone>
-#include <QUrl>
+
+#include <algorithm>
+#include <array>
 
 namespace orrin::demo {
 
@@ -89,7 +92,7 @@ void DeviceService::writeCapabilities(SoapWriter &writer) const
                   {"HttpDigest"_L1, u"true"_s},
                   {"DefaultAccessPolicy"_L1, u"true"_s}});
     writer.empty(ns::Device, "System"_L1,
-                 {{"DiscoveryResolve"_L1, u"false"_s}, {"DiscoveryBye"_L1, u"false"_s}});
+                 {{"DiscoveryResolve"_L1, u"false"_s}, {"DiscoveryBye"_L1, u"true"_s}});
     writer.end();
 }
 
@@ -161,7 +164,8 @@ std::optional<SoapFault> DeviceService::writeLegacyCapabilities(const OnvifCall 
     const QString category =
         call.operation.child(u"Category") ? call.operation.childText(u"Category") : u"All"_s;
     const bool all = category == "All"_L1;
-    if (!all && category != "Device"_L1 && category != "Events"_L1 && category != "Media"_L1)
+    static constexpr std::array Categories{"Device"_L1, "Events"_L1, "Imaging"_L1, "Media"_L1, "PTZ"_L1};
+    if (!all && std::ranges::find(Categories, category) == Categories.end())
         return SoapFault{u"env:Receiver"_s,
                          {u"ter:ActionNotSupported"_s, u"ter:NoSuchService"_s},
                          u"There is no such service."_s,
@@ -184,6 +188,16 @@ std::optional<SoapFault> DeviceService::writeLegacyCapabilities(const OnvifCall 
         writer.element(ns::Schema, "WSPausableSubscriptionManagerInterfaceSupport"_L1, false);
         writer.end();
     }
+    const auto writeAddressOf = [&](QLatin1StringView ns, QLatin1StringView name) {
+        for (const OnvifService *service : services) {
+            if (service->ns() != ns || (!all && category != name))
+                continue;
+            writer.start(ns::Schema, name);
+            writer.element(ns::Schema, "XAddr"_L1, service->address(call.request));
+            writer.end();
+        }
+    };
+    writeAddressOf(ns::Imaging, "Imaging"_L1);
     for (const OnvifService *service : services) {
         if (service->ns() != ns::Media || (!all && category != "Media"_L1))
             continue;
@@ -196,6 +210,7 @@ std::optional<SoapFault> DeviceService::writeLegacyCapabilities(const OnvifCall 
         writer.end();
         writer.end();
     }
+    writeAddressOf(ns::Ptz, "PTZ"_L1);
     writer.end();
     writer.end();
     return std::nullopt;
@@ -204,10 +219,8 @@ std::optional<SoapFault> DeviceService::writeLegacyCapabilities(const OnvifCall 
 void DeviceService::writeScopes(SoapWriter &writer) const
 {
     writer.start(ns::Device, "GetScopesResponse"_L1);
-    const QString name = QString::fromLatin1(QUrl::toPercentEncoding(recorder().name));
-    for (const QString &scope :
-         {u"onvif://www.onvif.org/name/"_s + name, u"onvif://www.onvif.org/hardware/demo"_s,
-          u"onvif://www.onvif.org/type/video_encoder"_s}) {
+    const QStringList scopes = scopesOf(recorder());
+    for (const QString &scope : scopes) {
         writer.start(ns::Device, "Scopes"_L1);
         writer.element(ns::Schema, "ScopeDef"_L1, u"Fixed"_s);
         writer.element(ns::Schema, "ScopeItem"_L1, scope);

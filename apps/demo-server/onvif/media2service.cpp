@@ -2,6 +2,7 @@
 #include "onvif/media2service.h"
 
 #include "onvif/namespaces.h"
+#include "onvif/ptzconfiguration.h"
 
 #include <array>
 
@@ -71,7 +72,7 @@ void Media2Service::writeCapabilities(SoapWriter &writer) const
     writer.start(ns::Media2, "Capabilities"_L1, {{"Mask"_L1, u"true"_s}});
     writer.empty(ns::Media2, "ProfileCapabilities"_L1,
                  {{"MaximumNumberOfProfiles"_L1, u"64"_s},
-                  {"ConfigurationsSupported"_L1, u"VideoSource VideoEncoder"_s}});
+                  {"ConfigurationsSupported"_L1, u"VideoSource VideoEncoder PTZ"_s}});
     writer.empty(
         ns::Media2, "StreamingCapabilities"_L1,
         {{"RTSPStreaming"_L1, u"true"_s}, {"RTPMulticast"_L1, u"false"_s}, {"RTP_RTSP_TCP"_L1, u"true"_s}});
@@ -89,6 +90,7 @@ std::optional<SoapFault> Media2Service::writeProfiles(const OnvifCall &call, Soa
     const bool all = types.contains(u"All"_s);
     const bool withSource = all || types.contains(u"VideoSource"_s);
     const bool withEncoder = all || types.contains(u"VideoEncoder"_s);
+    const bool withPtz = all || types.contains(u"PTZ"_s);
     if (!token.isEmpty() && !mediatokens::profileFor(recorder(), *call.user, token))
         return noProfile();
 
@@ -99,12 +101,15 @@ std::optional<SoapFault> Media2Service::writeProfiles(const OnvifCall &call, Soa
             continue;
         writer.start(ns::Media2, "Profiles"_L1, {{"token"_L1, ref.token()}, {"fixed"_L1, u"true"_s}});
         writer.element(ns::Media2, "Name"_L1, u"%1 %2"_s.arg(ref.camera->name, ref.profile->name));
-        if (withSource || withEncoder) {
+        const bool tellsPtz = withPtz && ref.camera->motor;
+        if (withSource || withEncoder || tellsPtz) {
             writer.start(ns::Media2, "Configurations"_L1);
             if (withSource)
                 writeSourceConfiguration(writer, "VideoSource"_L1, *ref.camera);
             if (withEncoder)
                 writeEncoderConfiguration(writer, "VideoEncoder"_L1, ref);
+            if (tellsPtz)
+                ptzconfiguration::write(writer, ns::Media2, "PTZ"_L1, *ref.camera);
             writer.end();
         }
         writer.end();

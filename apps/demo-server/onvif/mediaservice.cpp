@@ -2,6 +2,7 @@
 #include "onvif/mediaservice.h"
 
 #include "onvif/namespaces.h"
+#include "onvif/ptzconfiguration.h"
 
 namespace orrin::demo {
 
@@ -139,6 +140,8 @@ void MediaService::writeOne(SoapWriter &writer, QLatin1StringView name, const Pr
     writeMulticast(writer);
     writer.element(ns::Schema, "SessionTimeout"_L1, u"PT60S"_s);
     writer.end();
+    if (camera.motor)
+        ptzconfiguration::write(writer, ns::Schema, "PTZConfiguration"_L1, camera);
     writer.end();
 }
 

@@ -48,14 +48,19 @@ ProfileRef profileFor(const RecorderInfo &recorder, const User &user, const QStr
     return found == refs.cend() ? ProfileRef() : *found;
 }
 
-QString streamUri(const OnvifContext &context, const HttpRequest &request, const ProfileRef &ref)
+QString rtspUri(const OnvifContext &context, const HttpRequest &request, const QString &path)
 {
     static const QRegularExpression portAtEnd(u":[0-9]+$"_s);
     QString host = QString::fromLatin1(request.host);
     host.remove(portAtEnd);
-    return u"%1://%2:%3/camera/%4/%5"_s.arg(context.rtspTls ? u"rtsps"_s : u"rtsp"_s, host,
-                                            QString::number(context.rtspPort()),
-                                            QString::number(ref.camera->id), ref.profile->name);
+    return u"%1://%2:%3%4"_s.arg(context.rtspTls ? u"rtsps"_s : u"rtsp"_s, host,
+                                 QString::number(context.rtspPort()), path);
+}
+
+QString streamUri(const OnvifContext &context, const HttpRequest &request, const ProfileRef &ref)
+{
+    return rtspUri(context, request,
+                   u"/camera/%1/%2"_s.arg(QString::number(ref.camera->id), ref.profile->name));
 }
 
 } // namespace orrin::demo::mediatokens

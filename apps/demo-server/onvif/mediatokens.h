@@ -28,6 +28,9 @@ QList<ProfileRef> profilesFor(const RecorderInfo &recorder, const User &user);
 /*! The one of them with this token, or an empty one. */
 ProfileRef profileFor(const RecorderInfo &recorder, const User &user, const QString &token);
 
+/*! The address of \a path on the recorder's RTSP port, as the client reaches it. */
+QString rtspUri(const OnvifContext &context, const HttpRequest &request, const QString &path);
+
 /*! The address of the live stream, as the client reaches it. */
 QString streamUri(const OnvifContext &context, const HttpRequest &request, const ProfileRef &ref);
 

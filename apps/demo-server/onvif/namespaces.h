@@ -17,7 +17,12 @@ inline constexpr QLatin1StringView PasswordDigest(
 inline constexpr QLatin1StringView Device("http://www.onvif.org/ver10/device/wsdl");
 inline constexpr QLatin1StringView Media("http://www.onvif.org/ver10/media/wsdl");
 inline constexpr QLatin1StringView Media2("http://www.onvif.org/ver20/media/wsdl");
+inline constexpr QLatin1StringView Recording("http://www.onvif.org/ver10/recording/wsdl");
+inline constexpr QLatin1StringView Search("http://www.onvif.org/ver10/search/wsdl");
+inline constexpr QLatin1StringView Replay("http://www.onvif.org/ver10/replay/wsdl");
 inline constexpr QLatin1StringView Events("http://www.onvif.org/ver10/events/wsdl");
+inline constexpr QLatin1StringView Ptz("http://www.onvif.org/ver20/ptz/wsdl");
+inline constexpr QLatin1StringView Imaging("http://www.onvif.org/ver20/imaging/wsdl");
 inline constexpr QLatin1StringView Notification("http://docs.oasis-open.org/wsn/b-2");
 inline constexpr QLatin1StringView TopicExpressions("http://docs.oasis-open.org/wsn/t-1");
 inline constexpr QLatin1StringView Topics("http://www.onvif.org/ver10/topics");

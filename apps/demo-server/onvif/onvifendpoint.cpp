@@ -4,7 +4,12 @@
 #include "onvif/deviceservice.h"
 #include "onvif/eventservice.h"
 #include "onvif/media2service.h"
+#include "onvif/imagingservice.h"
 #include "onvif/mediaservice.h"
+#include "onvif/ptzservice.h"
+#include "onvif/recordingservice.h"
+#include "onvif/replayservice.h"
+#include "onvif/searchservice.h"
 
 #include <algorithm>
 
@@ -24,6 +29,11 @@ OnvifEndpoint::OnvifEndpoint(const OnvifContext &context, Authenticator &authent
     m_services.push_back(std::make_unique<MediaService>(context));
     m_services.push_back(std::make_unique<Media2Service>(context));
     m_services.push_back(std::make_unique<EventService>(context));
+    m_services.push_back(std::make_unique<PtzService>(context));
+    m_services.push_back(std::make_unique<ImagingService>(context));
+    m_services.push_back(std::make_unique<RecordingService>(context));
+    m_services.push_back(std::make_unique<SearchService>(context));
+    m_services.push_back(std::make_unique<ReplayService>(context));
 }
 
 void OnvifEndpoint::reset()
@@ -76,6 +86,8 @@ void OnvifEndpoint::handle(const HttpRequest &request, HttpReply reply)
     if (!operation)
         return sendFault(SoapFault::actionNotSupported(soap.operation.name.left(100)), std::move(reply));
     if (operation->access == OnvifService::Access::Administrators && user->level != UserLevel::Administrator)
+        return sendFault(SoapFault::notPermitted(), std::move(reply));
+    if (operation->access == OnvifService::Access::Operators && user->level == UserLevel::User)
         return sendFault(SoapFault::notPermitted(), std::move(reply));
     const OnvifCall call{soap.operation, user, request};
     if (operation->later)

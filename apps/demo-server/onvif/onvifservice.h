@@ -48,7 +48,7 @@ class OnvifService
 {
 public:
     /*! Who may call an operation. */
-    enum class Access { Anyone, Users, Administrators };
+    enum class Access { Anyone, Users, Operators, Administrators };
 
     /*! Writes the operation's response into the envelope; a fault replaces what was written. */
     using Handler = std::function<std::optional<SoapFault>(const OnvifCall &, SoapWriter &)>;

@@ -14,7 +14,12 @@ SoapWriter::SoapWriter() : m_xml(&m_document)
     m_xml.writeNamespace(ns::Device, "tds"_L1);
     m_xml.writeNamespace(ns::Media, "trt"_L1);
     m_xml.writeNamespace(ns::Media2, "tr2"_L1);
+    m_xml.writeNamespace(ns::Recording, "trc"_L1);
+    m_xml.writeNamespace(ns::Search, "tse"_L1);
+    m_xml.writeNamespace(ns::Replay, "trp"_L1);
     m_xml.writeNamespace(ns::Events, "tev"_L1);
+    m_xml.writeNamespace(ns::Ptz, "tptz"_L1);
+    m_xml.writeNamespace(ns::Imaging, "timg"_L1);
     m_xml.writeNamespace(ns::Notification, "wsnt"_L1);
     m_xml.writeNamespace(ns::TopicExpressions, "wstop"_L1);
     m_xml.writeNamespace(ns::Topics, "tns1"_L1);

@@ -1,7 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "rtsp/livefactory.h"
 
+#include "camera/audioencoder.h"
+#include "rtsp/liveaudiosource.h"
 #include "rtsp/livesource.h"
+#include "rtsp/mediacaps.h"
+#include "rtsp/wantedstream.h"
 
 #include <gst/app/gstappsrc.h>
 #include <gst/rtsp-server/rtsp-server.h>
@@ -26,32 +30,9 @@ G_DEFINE_TYPE(OrrinLiveFactory, orrin_live_factory, GST_TYPE_RTSP_MEDIA_FACTORY)
 constexpr const char *SourceKey = "orrin-live-source";
 constexpr guint64 NtpEpochOffset = G_GUINT64_CONSTANT(2208988800) * GST_SECOND;
 
-struct CodecNames
+GstElement *createSource(const char *name, GstCaps *caps)
 {
-    const char *caps;
-    const char *payloader;
-};
-
-CodecNames codecNames(orrin::demo::VideoCodec codec)
-{
-    switch (codec) {
-    case orrin::demo::VideoCodec::H264:
-        return {"video/x-h264,stream-format=byte-stream,alignment=au", "rtph264pay config-interval=-1 pt=96"};
-    case orrin::demo::VideoCodec::H265:
-        return {"video/x-h265,stream-format=byte-stream,alignment=au", "rtph265pay config-interval=-1 pt=96"};
-    case orrin::demo::VideoCodec::Mjpeg:
-        break;
-    }
-    return {"image/jpeg", "rtpjpegpay pt=26"};
-}
-
-GstElement *createSource(const orrin::demo::LiveSettings &settings)
-{
-    const QSize size = settings.profile.size;
-    GstCaps *caps = gst_caps_from_string(codecNames(settings.camera.codec).caps);
-    gst_caps_set_simple(caps, "width", G_TYPE_INT, size.width(), "height", G_TYPE_INT, size.height(),
-                        "framerate", GST_TYPE_FRACTION, settings.profile.rate, 1, nullptr);
-    GstElement *source = gst_element_factory_make("appsrc", "source");
+    GstElement *source = gst_element_factory_make("appsrc", name);
     if (source) {
         // The feeding thread watches the level itself: what was encoded must not be thrown away.
         g_object_set(source, "is-live", TRUE, "format", GST_FORMAT_TIME, "block", FALSE, "max-buffers",
@@ -63,39 +44,53 @@ GstElement *createSource(const orrin::demo::LiveSettings &settings)
 
 /*! The payloader and the element that adds the header extension, in one bin under the name that the server
  * looks for. */
-GstElement *createPayloader(const orrin::demo::LiveSettings &settings)
+GstElement *createPayloader(const char *name, const char *payloader, const orrin::demo::DeviceClock &clock)
 {
     GError *error = nullptr;
-    const QByteArray line =
-        QByteArray(codecNames(settings.camera.codec).payloader) + " ! rtponviftimestamp name=stamp";
+    const QByteArray line = QByteArray(payloader) + " ! rtponviftimestamp name=stamp" + orrin::demo::WantedStream::Outlet;
     GstElement *bin = gst_parse_bin_from_description(line.constData(), TRUE, &error);
     if (!bin) {
         g_warning("cannot build the live media: %s", error ? error->message : "unknown");
         g_clear_error(&error);
         return nullptr;
     }
-    gst_object_set_name(GST_OBJECT(bin), "pay0");
+    gst_object_set_name(GST_OBJECT(bin), name);
     // Buffers carry the capture time by the system's clock; the header extension carries it by the device's.
     GstElement *stamp = gst_bin_get_by_name(GST_BIN(bin), "stamp");
-    const gint64 offset = settings.clock.offset().count() * gint64(GST_SECOND);
+    const gint64 offset = clock.offset().count() * gint64(GST_SECOND);
     g_object_set(stamp, "ntp-offset", guint64(gint64(NtpEpochOffset) + offset), nullptr);
     gst_object_unref(stamp);
     return bin;
 }
 
-GstElement *createElement(GstRTSPMediaFactory *factory, const GstRTSPUrl *)
+bool addStream(GstElement *bin, GstElement *source, GstElement *payloader)
 {
-    const auto &settings = *reinterpret_cast<OrrinLiveFactory *>(factory)->settings;
-    GstElement *source = createSource(settings);
-    GstElement *payloader = createPayloader(settings);
     if (!source || !payloader) {
         g_clear_object(&source);
         g_clear_object(&payloader);
-        return nullptr;
+        return false;
     }
-    GstElement *bin = gst_bin_new(nullptr);
     gst_bin_add_many(GST_BIN(bin), source, payloader, nullptr);
-    gst_element_link(source, payloader);
+    return gst_element_link(source, payloader);
+}
+
+GstElement *createElement(GstRTSPMediaFactory *factory, const GstRTSPUrl *)
+{
+    const auto &settings = *reinterpret_cast<OrrinLiveFactory *>(factory)->settings;
+    const orrin::demo::Camera &camera = settings.camera;
+    GstElement *bin = gst_bin_new(nullptr);
+    bool complete =
+        addStream(bin, createSource("source", orrin::demo::newVideoCaps(camera.codec, settings.profile)),
+                  createPayloader("pay0", orrin::demo::videoPayloader(camera.codec), settings.clock));
+    if (camera.audio != orrin::demo::AudioCodec::None) {
+        const QByteArray config = orrin::demo::AudioEncoder(camera.audio, camera.number).config();
+        complete =
+            complete &&
+            addStream(bin, createSource("audio", orrin::demo::newAudioCaps(camera.audio, config)),
+                      createPayloader("pay1", orrin::demo::audioPayloader(camera.audio), settings.clock));
+    }
+    if (!complete)
+        g_clear_object(&bin);
     return bin;
 }
 
@@ -131,16 +126,21 @@ struct CountedSource
         std::shared_ptr<orrin::demo::LiveSources> sources;
     };
 
-    CountedSource(const orrin::demo::LiveSettings &settings, GstAppSrc *element)
+    /*! \a sound is null where the camera hears nothing. */
+    CountedSource(const orrin::demo::LiveSettings &settings, GstAppSrc *element, GstAppSrc *sound)
         : count(settings.sources)
         , source(settings.camera, settings.profile, settings.timeZone, settings.clock, settings.stalled,
                  element)
     {
+        if (sound)
+            audio = std::make_unique<orrin::demo::LiveAudioSource>(settings.camera, settings.clock,
+                                                                   settings.stalled, sound);
     }
 
-    // In this order: it counts until the source's thread has ended.
+    // In this order: it counts until the sources' threads have ended.
     Count count;
     orrin::demo::LiveSource source;
+    std::unique_ptr<orrin::demo::LiveAudioSource> audio;
 };
 
 void deleteSource(gpointer source)
@@ -154,9 +154,13 @@ void configure(GstRTSPMediaFactory *factory, GstRTSPMedia *media)
     const auto &settings = *reinterpret_cast<OrrinLiveFactory *>(factory)->settings;
     GstElement *element = gst_rtsp_media_get_element(media);
     if (GstElement *source = gst_bin_get_by_name_recurse_up(GST_BIN(element), "source")) {
-        g_object_set_data_full(G_OBJECT(media), SourceKey, new CountedSource(settings, GST_APP_SRC(source)),
-                               deleteSource);
+        GstElement *sound = gst_bin_get_by_name_recurse_up(GST_BIN(element), "audio");
+        g_object_set_data_full(
+            G_OBJECT(media), SourceKey,
+            new CountedSource(settings, GST_APP_SRC(source), sound ? GST_APP_SRC(sound) : nullptr),
+            deleteSource);
         gst_object_unref(source);
+        g_clear_object(&sound);
     }
     gst_object_unref(element);
     g_signal_connect(media, "unprepared", G_CALLBACK(+[](GstRTSPMedia *unprepared, gpointer) {
@@ -222,8 +226,11 @@ GstRTSPMediaFactory *newLiveFactory(const LiveSettings &settings)
 
 void startLiveMedia(GstRTSPMedia *media)
 {
-    if (auto *held = static_cast<CountedSource *>(g_object_get_data(G_OBJECT(media), SourceKey)))
+    if (auto *held = static_cast<CountedSource *>(g_object_get_data(G_OBJECT(media), SourceKey))) {
         held->source.play();
+        if (held->audio)
+            held->audio->play();
+    }
 }
 
 } // namespace orrin::demo

@@ -31,7 +31,7 @@ private:
     int m_count = 0;
 };
 
-/*! What a live media of one camera profile is made from. */
+/*! What a live media of one camera profile is made from; it has the camera's sound as well, if there is any. */
 struct LiveSettings
 {
     Camera camera;

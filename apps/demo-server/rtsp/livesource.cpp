@@ -100,7 +100,7 @@ void LiveSource::run()
 
 void LiveSource::push(std::int64_t timeMs, Worker &worker, bool key)
 {
-    PacketPointer packet = worker.encoder.encode(worker.painter.paint(timeMs, View()), key);
+    PacketPointer packet = worker.encoder.encode(worker.painter.paint(timeMs, m_camera.viewAt(timeMs)), key);
     if (!packet)
         return;
     AVPacket *data = packet.release();

@@ -26,12 +26,13 @@ G_DEFINE_TYPE(OrrinRtspAuth, orrin_rtsp_auth, GST_TYPE_RTSP_AUTH)
 
 constexpr const char *UserField = "orrin.user";
 
-/*! The id in a path /camera/ID/PROFILE, or -1. */
+/*! The id in a path /camera/ID/PROFILE or /recording/ID/TRACK/PROFILE, or -1. */
 int cameraId(const char *path)
 {
     const QList<QByteArray> parts = QByteArray(path).split('/');
     bool valid = false;
-    const int id = parts.size() >= 3 && parts.at(1) == "camera" ? parts.at(2).toInt(&valid) : -1;
+    const bool ofCamera = parts.size() >= 3 && (parts.at(1) == "camera" || parts.at(1) == "recording");
+    const int id = ofCamera ? parts.at(2).toInt(&valid) : -1;
     return valid ? id : -1;
 }
 
@@ -43,8 +44,11 @@ bool isPermitted(const AuthData &data, GstRTSPContext *context)
     const QString user = QString::fromUtf8(name);
     if (data.accounts->refusal(data.recorder.id, user))
         return false;
-    const orrin::demo::Camera *camera =
-        data.recorder.camera(context->uri ? cameraId(context->uri->abspath) : -1);
+    const char *path = context->uri ? context->uri->abspath : "";
+    const auto account = data.accounts->user(user);
+    if (g_str_has_prefix(path, "/recording/") && !(account && account->mayPlayBack()))
+        return false;
+    const orrin::demo::Camera *camera = data.recorder.camera(cameraId(path));
     return !camera || camera->permittedFor(user);
 }
 

@@ -1,11 +1,20 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "rtsp/rtspserver.h"
 
+#include "recordings/recordings.h"
 #include "rtsp/livefactory.h"
+#include "rtsp/replayfactory.h"
 #include "rtsp/rtspauth.h"
+#include "rtsp/samplepull.h"
 
 #include <gio/gio.h>
 #include <gst/rtsp-server/rtsp-server.h>
+
+// These headers do not say themselves that they are C.
+extern "C" {
+#include <gst/rtsp-server/rtsp-onvif-media.h>
+#include <gst/rtsp-server/rtsp-onvif-server.h>
+}
 
 #include <QRandomGenerator>
 
@@ -21,15 +30,50 @@ constexpr guint GarbageIntervalMs = 200;
 constexpr guint CleanupIntervalMs = 2000;
 constexpr guint MaximumSessions = 256;
 constexpr qsizetype GarbageSize = 2000;
+// A request of one client may wait for the first frame of a recording; the others go on meanwhile.
+constexpr int ClientThreads = 8;
+
+/*! A range that replaces one under way begins from a pause, whether the client asked for it or not: what is still on its way does not get
+ * between the flush and the first frame. */
+GstRTSPStatusCode pauseRecording(GstRTSPClient *, GstRTSPContext *context, gpointer)
+{
+    if (context->media && GST_IS_RTSP_ONVIF_MEDIA(context->media) &&
+        gst_rtsp_session_media_get_rtsp_state(context->sessmedia) == GST_RTSP_STATE_PLAYING) {
+        gst_rtsp_session_media_set_state(context->sessmedia, GST_STATE_PAUSED);
+        gst_rtsp_session_media_set_rtsp_state(context->sessmedia, GST_RTSP_STATE_READY);
+    }
+    return GST_RTSP_STS_OK;
+}
 
 void clientConnected(GstRTSPServer *, GstRTSPClient *client, gpointer)
 {
+    g_signal_connect(client, "pre-play-request", G_CALLBACK(pauseRecording), nullptr);
     g_signal_connect(client, "play-request",
                      G_CALLBACK(+[](GstRTSPClient *, GstRTSPContext *context, gpointer) {
                          if (context->media)
                              startLiveMedia(context->media);
                      }),
                      nullptr);
+}
+
+void addFactory(GstRTSPMountPoints *mounts, const QByteArray &path, GstRTSPMediaFactory *factory)
+{
+    gst_rtsp_media_factory_add_role(factory, "user", GST_RTSP_PERM_MEDIA_FACTORY_ACCESS, G_TYPE_BOOLEAN, TRUE,
+                                    GST_RTSP_PERM_MEDIA_FACTORY_CONSTRUCT, G_TYPE_BOOLEAN, TRUE, nullptr);
+    gst_rtsp_mount_points_add_factory(mounts, path.constData(), factory);
+}
+
+/*! True when the session has set up a recording. */
+bool replays(GstRTSPSession *session)
+{
+    bool found = false;
+    GList *all = gst_rtsp_session_filter(session, nullptr, nullptr);
+    for (GList *each = all; each; each = each->next) {
+        GstRTSPMedia *media = gst_rtsp_session_media_get_media(GST_RTSP_SESSION_MEDIA(each->data));
+        found = found || GST_IS_RTSP_ONVIF_MEDIA(media);
+    }
+    g_list_free_full(all, g_object_unref);
+    return found;
 }
 
 quint16 boundPort(GSocket *socket)
@@ -68,6 +112,8 @@ struct RtspServer::Private
     GlibThread &thread;
     Settings settings;
     QByteArray timeZone;
+    qint64 startedMs = 0;
+    std::shared_ptr<ReplayControl> replay = std::make_shared<ReplayControl>();
     GstRTSPServer *server = nullptr;
     GstRTSPAuth *auth = nullptr;
     GSource *listener = nullptr;
@@ -78,6 +124,7 @@ struct RtspServer::Private
     std::shared_ptr<std::atomic<bool>> stalled = std::make_shared<std::atomic<bool>>(false);
 
     void mount(const Camera &camera);
+    void mountRecordings(GstRTSPMountPoints *mounts, const Camera &camera);
     void startCleanup();
     void destroy(GSource *&source);
 };
@@ -90,14 +137,26 @@ void RtspServer::Private::mount(const Camera &camera)
         gst_rtsp_mount_points_remove_factory(mounts, path.constData());
         if (!camera.enabled)
             continue;
-        GstRTSPMediaFactory *factory =
-            newLiveFactory({camera, profile, timeZone, settings.clock, stalled, sources});
-        gst_rtsp_media_factory_add_role(factory, "user", GST_RTSP_PERM_MEDIA_FACTORY_ACCESS, G_TYPE_BOOLEAN,
-                                        TRUE, GST_RTSP_PERM_MEDIA_FACTORY_CONSTRUCT, G_TYPE_BOOLEAN, TRUE,
-                                        nullptr);
-        gst_rtsp_mount_points_add_factory(mounts, path.constData(), factory);
+        addFactory(mounts, path,
+                   newLiveFactory({camera, profile, timeZone, settings.clock, stalled, sources}));
     }
+    mountRecordings(mounts, camera);
     g_object_unref(mounts);
+}
+
+void RtspServer::Private::mountRecordings(GstRTSPMountPoints *mounts, const Camera &camera)
+{
+    RecorderInfo times;
+    times.startedMs = startedMs;
+    const auto refs = recordings::recordingsOf(camera);
+    for (const recordings::Ref &ref : refs) {
+        const QByteArray path = ref.path().toUtf8();
+        gst_rtsp_mount_points_remove_factory(mounts, path.constData());
+        if (camera.enabled)
+            addFactory(mounts, path,
+                       newReplayFactory({camera, *ref.profile, timeZone, ref.schedule(times), settings.clock,
+                                         settings.cache, replay}));
+    }
 }
 
 void RtspServer::Private::startCleanup()
@@ -127,11 +186,16 @@ void RtspServer::Private::destroy(GSource *&source)
 
 RtspServer::RtspServer(GlibThread &thread, const RecorderInfo &recorder,
                        std::shared_ptr<const Accounts> accounts, const Settings &settings)
-    : d(new Private{thread, settings, recorder.timeZone})
+    : d(new Private{thread, settings, recorder.timeZone, recorder.startedMs})
 {
     gst_init(nullptr, nullptr);
+    if (!samplePullNeverWaits())
+        qWarning("recorded video may get stuck at a seek: the RTSP library uses another way to its packets");
     d->thread.run([&] {
-        d->server = gst_rtsp_server_new();
+        d->server = gst_rtsp_onvif_server_new();
+        GstRTSPThreadPool *threads = gst_rtsp_server_get_thread_pool(d->server);
+        gst_rtsp_thread_pool_set_max_threads(threads, ClientThreads);
+        g_object_unref(threads);
         gst_rtsp_server_set_address(d->server, settings.address.toUtf8().constData());
         d->auth = newRtspAuth(recorder, accounts);
         gst_rtsp_server_set_auth(d->server, d->auth);
@@ -243,6 +307,25 @@ void RtspServer::setGarbage(bool on)
             },
             d->server, nullptr);
         g_source_attach(d->garbage, d->thread.context());
+    });
+}
+
+ReplayControl &RtspServer::replayControl()
+{
+    return *d->replay;
+}
+
+void RtspServer::dropReplaySessions()
+{
+    d->thread.run([this] {
+        GstRTSPSessionPool *pool = gst_rtsp_server_get_session_pool(d->server);
+        GList *sessions = gst_rtsp_session_pool_filter(pool, nullptr, nullptr);
+        for (GList *session = sessions; session; session = session->next) {
+            if (replays(GST_RTSP_SESSION(session->data)))
+                gst_rtsp_session_pool_remove(pool, GST_RTSP_SESSION(session->data));
+        }
+        g_list_free_full(sessions, g_object_unref);
+        g_object_unref(pool);
     });
 }
 

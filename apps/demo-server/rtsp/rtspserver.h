@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "recordings/gopcache.h"
 #include "rtsp/glibthread.h"
+#include "rtsp/replaycontrol.h"
 #include "site/accounts.h"
 #include "site/deviceclock.h"
 #include "site/site.h"
@@ -12,8 +14,9 @@
 namespace orrin::demo {
 
 /*!
-    The RTSP side of one recorder: live pictures at /camera/ID/PROFILE, over TLS unless told otherwise,
-   interleaved in the RTSP connection only.
+    The RTSP side of one recorder: live pictures at /camera/ID/PROFILE, recorded ones at
+   /recording/ID/TRACK/PROFILE by the ONVIF replay extension, over TLS unless told otherwise, interleaved in
+   the RTSP connection only.
 
     The server lives in the loop of the given GLib thread; functions may be called from any other thread and
    return when they took effect.
@@ -26,6 +29,7 @@ public:
         QString address;
         bool tls = true;
         DeviceClock clock;
+        std::shared_ptr<GopCache> cache = std::make_shared<GopCache>(); //!< recorders may share one
     };
 
     struct Counts
@@ -64,6 +68,12 @@ public:
 
     /*! While on, garbage is written into the open connections five times a second. */
     void setGarbage(bool on);
+
+    /*! How replay misbehaves; it may be changed at any time. */
+    ReplayControl &replayControl();
+
+    /*! Ends the RTSP sessions that replay without a word; their connections stay. */
+    void dropReplaySessions();
 
     Counts counts();
 

@@ -27,7 +27,7 @@ Camera makeCamera(int recorder, int id, const QString &name, SceneKind scene, in
     camera.scene = scene;
     camera.variant = variant;
     camera.profiles = {{u"main"_s, QSize(1280, 720), 15, 2000}, {u"sub"_s, QSize(640, 360), 15, 500}};
-    camera.tracks = {{1, u"Continuous"_s, u"track1"_s, true}};
+    camera.tracks = {{1, u"Continuous"_s, u"track1"_s}};
     return camera;
 }
 
@@ -53,7 +53,14 @@ RecorderInfo makeNorth()
     north.cameras[4].profiles[0].size = QSize(1366, 768);
     north.cameras[5].ptz = true;
     north.cameras[5].codec = VideoCodec::H265;
-    north.cameras[0].tracks.append({2, u"On alarm"_s, u"track2"_s, true});
+    north.cameras[0].tracks.append({2, u"On alarm"_s, u"track2"_s, true, RecordingPattern::OnAlarm});
+    north.cameras[0].audio = AudioCodec::Mulaw;
+    north.cameras[1].audio = AudioCodec::Aac;
+    north.cameras[3].audio = AudioCodec::Alaw;
+    north.cameras[1].tracks[0].recording = RecordingPattern::HourlyGap;
+    north.cameras[2].tracks[0].recording = RecordingPattern::JustBegun;
+    north.cameras[4].tracks[0].recording = RecordingPattern::Empty;
+    north.cameras[5].tracks[0].recording = RecordingPattern::HourlyGap;
     return north;
 }
 
@@ -78,6 +85,12 @@ RecorderInfo makeSouth()
     south.cameras[3].codec = VideoCodec::Mjpeg;
     south.cameras[4].refusedUsers = QStringList{u"guest"_s};
     south.cameras[5].enabled = false;
+    south.cameras[0].audio = AudioCodec::Alaw;
+    south.cameras[2].audio = AudioCodec::Aac;
+    south.cameras[1].tracks[0].recording = RecordingPattern::HourlyGap;
+    south.cameras[1].tracks.append({2, u"On alarm"_s, u"track2"_s, true, RecordingPattern::OnAlarm});
+    south.cameras[1].tracks.append({3, u"Events only"_s, u"track3"_s, false, RecordingPattern::OnAlarm});
+    south.cameras[4].tracks[0].recording = RecordingPattern::OnAlarm;
     // The order on the page is not the order of the ids.
     south.cameras[0].sortId = 25;
     return south;
@@ -89,6 +102,12 @@ const Profile *Camera::profile(QStringView profileName) const
 {
     const auto found = std::ranges::find(profiles, profileName, &Profile::name);
     return found == profiles.cend() ? nullptr : &*found;
+}
+
+const Track *Camera::track(int trackId) const
+{
+    const auto found = std::ranges::find(tracks, trackId, &Track::id);
+    return found == tracks.cend() ? nullptr : &*found;
 }
 
 const Camera *RecorderInfo::camera(int cameraId) const
@@ -131,6 +150,12 @@ Site Site::builtIn()
     site.groupUid = u"b8f9d0c2-5d0e-4a6f-9d27-6f3f51d2a001"_s;
     site.groupName = u"Demo Site"_s;
     site.recorders = {makeNorth(), makeSouth()};
+    for (RecorderInfo &recorder : site.recorders) {
+        for (Camera &camera : recorder.cameras) {
+            if (camera.ptz)
+                camera.motor = std::make_shared<PtzMotor>();
+        }
+    }
     site.users = {
         {1, u"admin"_s, u"orrin-admin"_s, UserLevel::Administrator},
         {2, u"operator"_s, u"orrin-operator"_s, UserLevel::Operator},

@@ -3,6 +3,8 @@
 
 #include "camera/scenefactory.h"
 #include "camera/view.h"
+#include "site/deviceclock.h"
+#include "ptz/ptzmotor.h"
 
 #include <QByteArray>
 #include <QList>
@@ -11,11 +13,18 @@
 #include <QString>
 #include <QStringList>
 
+#include <memory>
 #include <optional>
 
 namespace orrin::demo {
 
 enum class VideoCodec { H264, H265, Mjpeg };
+
+/*! What a camera hears, and how it is encoded. */
+enum class AudioCodec { None, Mulaw, Alaw, Aac };
+
+/*! When a track records, as a function of time; see RecordingSchedule. */
+enum class RecordingPattern { Continuous, HourlyGap, OnAlarm, JustBegun, Empty };
 
 /*! One encoding of a camera's picture: "main" or "sub". */
 struct Profile
@@ -33,6 +42,7 @@ struct Track
     QString name;
     QString type; //!< "track1", "track2", "track3", "metadata", "events", "vmd", "audio", "talkback"
     bool enabled = true;
+    RecordingPattern recording = RecordingPattern::Continuous;
 };
 
 struct Camera
@@ -43,7 +53,9 @@ struct Camera
     QString name;
     bool enabled = true;
     bool ptz = false;
+    std::shared_ptr<PtzMotor> motor; //!< moves its view; null for a camera that stands still
     VideoCodec codec = VideoCodec::H264;
+    AudioCodec audio = AudioCodec::None;
     SceneKind scene = SceneKind::Road;
     int variant = 0;
     std::optional<QRectF> mask; //!< privacy mask in fractions of the picture
@@ -52,6 +64,9 @@ struct Camera
     QList<Track> tracks;
 
     const Profile *profile(QStringView name) const;
+    const Track *track(int id) const;
+    /*! Where it looks at a moment, by the device's clock. */
+    View viewAt(std::int64_t timeMs) const { return motor ? motor->viewAt(timeMs) : View(); }
     bool permittedFor(const QString &user) const { return !refusedUsers.contains(user); }
 };
 
@@ -65,6 +80,8 @@ struct RecorderInfo
     QString posixTimeZone; //!< the same zone as POSIX and ONVIF write it
     QList<Camera> cameras;
     bool inGroup = true; //!< false: it left the group, and stands alone
+    DeviceClock clock;
+    qint64 startedMs = 0; //!< when it was started, by its own clock
 
     const Camera *camera(int id) const;
     Camera *camera(int id);
@@ -90,6 +107,8 @@ struct User
     QString name;
     QString password;
     UserLevel level = UserLevel::User;
+
+    bool mayPlayBack() const { return level != UserLevel::User; }
 };
 
 /*! All that the demo site consists of. The one place where its data stands. */

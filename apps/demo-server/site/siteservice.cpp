@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "site/siteservice.h"
 
+#include "recordings/recordedspans.h"
+#include "recordings/recordings.h"
+#include "site/statistics.h"
+
 #include <QJsonArray>
 #include <QJsonObject>
 #include <QRegularExpression>
@@ -28,6 +32,16 @@ QJsonArray permissions(UserLevel level)
         break;
     }
     return {};
+}
+
+/*! The tokens of a track's recordings, for those who may play back. */
+QJsonObject recordingTokens(const Camera &camera, const Track &track, const User &user)
+{
+    if (!user.mayPlayBack() || !camera.permittedFor(user.name))
+        return {};
+    const recordings::Ref high{&camera, &track, &camera.profiles.first()};
+    const recordings::Ref low{&camera, &track, &camera.profiles.last()};
+    return {{u"high"_s, high.token()}, {u"low"_s, low.token()}};
 }
 
 void sendRefusal(const Refusal &refusal, HttpReply reply)
@@ -69,6 +83,10 @@ void SiteService::handle(const QString &path, const HttpRequest &request, HttpRe
     const User &user = *login.user;
     if (path == "site"_L1 && request.method == "GET")
         return getSite(user, request, std::move(reply));
+    if (path == "spans"_L1 && request.method == "GET")
+        return recordedspans::answer(m_recorder, user, m_recorder.clock.nowMs(), request, std::move(reply));
+    if ((path == "statistics"_L1 || path.startsWith("statistics/"_L1)) && request.method == "GET")
+        return Statistics::answer(m_recorder, user, path.sliced(10), request, std::move(reply));
     if (path == "changes"_L1 && request.method == "GET")
         return getChanges(user, request, std::move(reply));
     if (path == "session"_L1 && request.method == "POST")
@@ -76,7 +94,7 @@ void SiteService::handle(const QString &path, const HttpRequest &request, HttpRe
     if (path.startsWith("session/"_L1) && request.method == "DELETE")
         return closeSession(user, path.sliced(8), std::move(reply));
     const bool known =
-        path == "site"_L1 || path == "changes"_L1 || path == "session"_L1 || path.startsWith("session/"_L1);
+        path == "spans"_L1 || path == "statistics"_L1 || path == "site"_L1 || path == "changes"_L1 || path == "session"_L1 || path.startsWith("session/"_L1);
     reply.sendJson(known ? 405 : 404, {});
 }
 
@@ -137,7 +155,8 @@ QJsonArray SiteService::cameras(const User &user) const
             tracks.append(QJsonObject{{u"id"_s, track.id},
                                       {u"name"_s, track.name},
                                       {u"type"_s, track.type},
-                                      {u"enabled"_s, track.enabled}});
+                                      {u"enabled"_s, track.enabled},
+                                      {u"recordings"_s, recordingTokens(camera, track, user)}});
         array.append(QJsonObject{{u"source"_s, u"VS_%1"_s.arg(camera.id)},
                                  {u"id"_s, camera.id},
                                  {u"sortId"_s, camera.sortId},
