@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import QtQuick.Controls
+import QtQuick.Controls.Material
 import QtQuick.Layouts
 import orrinsdkqml
 
@@ -40,6 +43,27 @@ Item {
             Layout.fillWidth: true
             font: Application.font
             popup.font: Application.font
+            // The style's own would render markup in the names of servers and causes.
+            delegate: MenuItem {
+                id: entry
+
+                required property var model
+                required property int index
+
+                width: ListView.view.width
+                text: entry.model[comboBox.textRole] ?? ""
+                highlighted: comboBox.highlightedIndex === entry.index
+                hoverEnabled: comboBox.hoverEnabled
+                Material.foreground: comboBox.currentIndex === entry.index ? comboBox.Material.accent : comboBox.Material.foreground
+                contentItem: Text {
+                    color: entry.Material.foreground
+                    elide: Text.ElideRight
+                    font: entry.font
+                    text: entry.text
+                    textFormat: Text.PlainText
+                    verticalAlignment: Text.AlignVCenter
+                }
+            }
             onAccepted: root.accepted()
             onActivated: index => root.activated(index)
         }
@@ -49,6 +73,7 @@ Item {
             O_Label {
                 anchors.centerIn: parent
                 text: comboBox.currentText
+                textFormat: Text.PlainText
             }
         }
     }

@@ -12,6 +12,7 @@ Item {
     property alias color: label.color
     property alias horizontalAlignment: label.horizontalAlignment
     property alias verticalAlignment: label.verticalAlignment
+    property alias textFormat: label.textFormat
 
     implicitWidth: label.implicitWidth
     implicitHeight: label.implicitHeight
