@@ -1,5 +1,6 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
-# The images that the module's components expect from an application, at the root of its resources.
+# The images that the module's components expect from an application, at the root of its resources, and under viewer/ those
+# of the viewer itself.
 
 set(orrin_viewer_icons
   Playback_FastForward.svg
@@ -19,6 +20,36 @@ set(orrin_viewer_icons
   orrinsdk/widgets/images/ptzf/PTZF_DownArrowButton_Normal.svg
   ptzf.svg
   settings.svg
+  viewer/begin.svg
+  viewer/calendar.svg
+  viewer/cameras.svg
+  viewer/end.svg
+  viewer/events.svg
+  viewer/export.svg
+  viewer/forward.svg
+  viewer/fullscreen.svg
+  viewer/help.svg
+  viewer/layouts.svg
+  viewer/live.svg
+  viewer/next.svg
+  viewer/now.svg
+  viewer/pause.svg
+  viewer/play.svg
+  viewer/previous.svg
+  viewer/rewind.svg
+  viewer/settings.svg
+  viewer/silent.svg
+  viewer/site.svg
+  viewer/snapshot.svg
+  viewer/sound.svg
+  viewer/statistics.svg
+  viewer/step_back.svg
+  viewer/step_forward.svg
+  viewer/synchronous.svg
+  viewer/window.svg
+  viewer/zones.svg
+  viewer/zoom_in.svg
+  viewer/zoom_out.svg
 )
 
 # orrin_add_viewer_icons(<target>): embeds the images into the target under ":/".

@@ -14,6 +14,9 @@ Rectangle {
     readonly property alias count: list.count
 
     signal chosen(int serverGroupId, int serverId, int channelId, string name)
+    signal dragStarted(int serverGroupId, int serverId, int channelId, string name, point position)
+    signal dragMoved(point position)
+    signal dragEnded(bool done)
 
     // The channel of a row that is shown, or null.
     function channelAt(row: int): Channel {
@@ -106,6 +109,27 @@ Rectangle {
                 onClicked: {
                     list.currentIndex = row.index;
                     root.choose(row.index);
+                }
+
+                // Out of the list sideways, onto a tile; up and down scrolls.
+                DragHandler {
+                    target: null
+                    yAxis.enabled: false
+                    grabPermissions: PointerHandler.CanTakeOverFromAnything
+                    onGrabChanged: (transition, point) => {
+                        const channel = root.channelAt(row.index);
+                        if (transition === PointerDevice.GrabExclusive && channel)
+                            root.dragStarted(channel.serverGroupId, channel.serverId, channel.channelId, channel.name,
+                                             point.scenePosition);
+                        else if (transition === PointerDevice.UngrabExclusive)
+                            root.dragEnded(true);
+                        else if (transition === PointerDevice.CancelGrabExclusive)
+                            root.dragEnded(false);
+                    }
+                    onCentroidChanged: {
+                        if (active)
+                            root.dragMoved(centroid.scenePosition);
+                    }
                 }
 
                 contentItem: RowLayout {

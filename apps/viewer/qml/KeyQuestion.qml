@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
-import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
+import orrinsdkqml
 
 // The question whether a server's new key is to be trusted.
 Rectangle {
@@ -18,6 +18,9 @@ Rectangle {
     radius: ViewerStyle.radius
     implicitHeight: content.implicitHeight + 2 * ViewerStyle.gap
 
+    KeyFingerprints {
+        id: keys
+    }
     ColumnLayout {
         id: content
 
@@ -33,19 +36,48 @@ Rectangle {
             font.pixelSize: ViewerStyle.smallText
             wrapMode: Text.Wrap
         }
+        GridLayout {
+            Layout.fillWidth: true
+            columns: 2
+            columnSpacing: 16
+            rowSpacing: 4
+
+            Text {
+                text: qsTr("Trusted so far")
+                color: ViewerStyle.dimText
+                font.pixelSize: ViewerStyle.smallText
+            }
+            Text {
+                text: qsTr("Shown now")
+                color: ViewerStyle.danger
+                font.pixelSize: ViewerStyle.smallText
+            }
+            Text {
+                objectName: "trustedFingerprint"
+                text: keys.trusted
+                color: ViewerStyle.text
+                font.family: "monospace"
+                font.pixelSize: 12
+            }
+            Text {
+                objectName: "shownFingerprint"
+                text: keys.shown
+                color: ViewerStyle.text
+                font.family: "monospace"
+                font.pixelSize: 12
+            }
+        }
         RowLayout {
             Layout.alignment: Qt.AlignRight
             spacing: ViewerStyle.gap
 
-            Button {
+            O_Button {
                 text: qsTr("Do not connect")
-                flat: true
                 onClicked: root.refused()
             }
-            Button {
+            O_Button {
                 text: qsTr("Trust the new key")
                 Material.foreground: ViewerStyle.danger
-                flat: true
                 onClicked: root.trusted()
             }
         }

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+import QtCore
 import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
@@ -8,20 +9,7 @@ ApplicationWindow {
     id: root
 
     required property StartOptions options
-
-    // What the tour looks at.
-    readonly property string tourPage: pages.currentItem?.objectName ?? ""
-    readonly property bool tourReady: pages.busy ? false
-                                      : tourPage === "live" ? liveSettled : tourPage === "login"
-    readonly property string tourStatus: tourPage === "live" ? livePictures + " of " + liveWanted + " pictures" : loginPage.errorText
-    property int livePictures: 0
-    property int liveWanted: 0
-    property bool liveSettled: false
-
-    function tourNext() {
-        if (tourPage === "login")
-            loginPage.login();
-    }
+    property Shell shell: null
 
     width: 1280
     height: 800
@@ -36,15 +24,78 @@ ApplicationWindow {
     Material.background: ViewerStyle.background
     Material.foreground: ViewerStyle.text
 
+    // The shell has pages of its own by that name, so that it cannot push here itself.
+    function addSite() {
+        pages.push(siteLogin);
+    }
+    function logOut() {
+        session.disconnectServers();
+        pages.pop(null);
+        loginPage.focusFirstEmpty();
+    }
+
+    function movedOrSized() {
+        if (!root.options.headless)
+            keepPlace.restart();
+    }
+    function restorePlace() {
+        if (root.options.size.width > 0) {
+            root.width = root.options.size.width;
+            root.height = root.options.size.height;
+            return;
+        }
+        if (root.options.headless || place.wide < root.minimumWidth || place.high < root.minimumHeight)
+            return;
+        root.width = Math.min(place.wide, root.Screen.desktopAvailableWidth);
+        root.height = Math.min(place.high, root.Screen.desktopAvailableHeight);
+        // Back on a screen that is no longer there the window could not be reached.
+        if (place.left >= 0 && place.left < root.Screen.desktopAvailableWidth - 100 && place.top >= 0 && place.top < root.Screen.desktopAvailableHeight - 100) {
+            root.x = place.left;
+            root.y = place.top;
+        }
+    }
+
+    onXChanged: root.movedOrSized()
+    onYChanged: root.movedOrSized()
+    onWidthChanged: root.movedOrSized()
+    onHeightChanged: root.movedOrSized()
     Component.onCompleted: {
-        loginPage.host = root.options.server;
-        loginPage.user = root.options.user;
+        root.restorePlace();
+        if (root.options.fullscreen)
+            root.visibility = Window.FullScreen;
+        const last = settings.lastConnectedServer; // qmllint disable unqualified
+        loginPage.host = root.options.server !== "" ? root.options.server : last[0] ?? "";
+        loginPage.user = root.options.user !== "" ? root.options.user : last[1] ?? "";
         loginPage.password = root.options.takePassword();
         loginPage.focusFirstEmpty();
         if (!root.options.headless && loginPage.host !== "" && loginPage.user !== "" && loginPage.password !== "")
             loginPage.login();
     }
 
+    // Where the window stood comes back with the next start, also after a crash; a tour always begins alike.
+    Settings {
+        id: place
+
+        property int left: -1
+        property int top: -1
+        property int wide: 0
+        property int high: 0
+
+        category: "Window"
+    }
+    Timer {
+        id: keepPlace
+
+        interval: 500
+        onTriggered: {
+            if (root.visibility !== Window.Windowed)
+                return;
+            place.left = root.x;
+            place.top = root.y;
+            place.wide = root.width;
+            place.high = root.height;
+        }
+    }
     Shortcut {
         enabled: root.options.developer
         sequence: "Ctrl+G"
@@ -54,6 +105,10 @@ ApplicationWindow {
             else
                 pages.push(gallery);
         }
+    }
+    Shortcut {
+        sequences: [StandardKey.Quit]
+        onActivated: root.close()
     }
     ConnectionManager {
         id: session
@@ -68,15 +123,17 @@ ApplicationWindow {
             objectName: "login"
             onLoggedIn: {
                 if (pages.depth === 1)
-                    pages.push(live);
+                    pages.push(shellPage);
             }
         }
     }
-    // The tiles show pictures before the last recorder of the site has told its cameras.
-    Timer {
-        interval: 1500
-        running: root.livePictures > 0 && root.livePictures === root.liveWanted
-        onTriggered: root.liveSettled = true
+    TourScript {
+        id: tour
+
+        objectName: "tour"
+        loginPage: loginPage
+        shell: root.shell
+        pages: pages
     }
     Component {
         id: gallery
@@ -94,17 +151,29 @@ ApplicationWindow {
         }
     }
     Component {
-        id: live
+        id: shellPage
 
-        LivePage {
-            objectName: "live"
-            onShowingPicturesChanged: root.livePictures = showingPictures
-            onWantedPicturesChanged: root.liveWanted = wantedPictures
-            Component.onCompleted: root.liveWanted = wantedPictures
-            onLogoutRequested: {
-                session.disconnectServers();
-                pages.pop();
-            }
+        Shell {
+            id: made
+
+            objectName: "shell"
+            Component.onCompleted: root.shell = made
+            Component.onDestruction: root.shell = null
+            startLayout: root.options.layout
+            onLogoutRequested: root.logOut()
+            onSiteRequested: root.addSite()
+        }
+    }
+    // A further site beside those that are there.
+    Component {
+        id: siteLogin
+
+        LoginPage {
+            objectName: "site"
+            addsSite: true
+            onLoggedIn: pages.pop()
+            onLeaveRequested: pages.pop()
+            StackView.onActivated: focusFirstEmpty()
         }
     }
 }

@@ -14,6 +14,11 @@ QtObject {
     readonly property color accent: "#4da3ff"
     readonly property color danger: "#ff7a70"
     readonly property color good: "#5fd38d"
+    readonly property color recorded: "#3d7fc4"
+    readonly property color scale: "#98a3b0"
+    readonly property color dim: "#b0000000"
+    readonly property color playhead: "#ffb74d"
+    readonly property color live: "#b3302f"
 
     readonly property int gap: 8
     readonly property int margin: 24
