@@ -1,9 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "../stream/streamencoder.h"
+#include "codecs/framefacts.h"
 #include "codecs/videodecoder.h"
 
+#include <QDateTime>
 #include <QRandomGenerator>
 #include <QTest>
+
+#include <chrono>
+
+#include <optional>
 
 using namespace orrin;
 using Status = VideoDecoder::Status;
@@ -16,6 +22,7 @@ private Q_SLOTS:
     void decode_givesEachPictureAtOnce();
     void decode_sharesMemory_whenLinesFit();
     void decode_limitsRange_whenMjpeg();
+    void pictures_tellHowTheyCameAbout();
     void pictures_outliveTheDecoder();
     void decode_reportsCorrupt_whenBytesAreNoise();
     void decode_recovers_afterNoise();
@@ -97,6 +104,31 @@ void TestVideoDecoder::decode_limitsRange_whenMjpeg()
     decoder.send(bytes(pictures[1].data), 1);
     QCOMPARE(decoder.receive(&image, nullptr), Status::Ok);
     QVERIFY(qAbs(image.planes().y[5] - 235) <= 1);
+}
+
+void TestVideoDecoder::pictures_tellHowTheyCameAbout()
+{
+    const auto pictures = StreamEncoder("libx264", 640, 360).encode({100, 110}, 2);
+    VideoDecoder decoder;
+    QCOMPARE(decoder.open(VideoCodec::H264), Status::Ok);
+    // QDateTime rounds to the nearest millisecond, which may lie ahead.
+    const auto clock = [] {
+        using namespace std::chrono;
+        return qint64(duration_cast<milliseconds>(system_clock::now().time_since_epoch()).count());
+    };
+    const qint64 before = clock();
+    for (const auto &picture : pictures) {
+        QCOMPARE(decoder.send(bytes(picture.data), 1), Status::Ok);
+        Image image;
+        QCOMPARE(decoder.receive(&image, nullptr), Status::Ok);
+        const std::optional<FrameFacts> facts = FrameFacts::fromBytes(image.extension(FrameFactsExtension));
+        QVERIFY(facts);
+        const qint64 now = clock();
+        QVERIFY(facts->arrivedMs >= before && facts->arrivedMs <= facts->decodedMs);
+        QVERIFY(facts->decodedMs <= now);
+        QVERIFY(facts->decodingUs > 0 && facts->decodingUs <= 1000 * (now - before + 2));
+        QCOMPARE(facts->framesPerSecond, 0.0); // the stream knows
+    }
 }
 
 void TestVideoDecoder::pictures_outliveTheDecoder()

@@ -292,10 +292,11 @@ private Q_SLOTS:
     {
         connectTo(NorthHost, true);
         m_connector->session(NorthHost)->logIn(north());
-        m_connector->session(SouthHost)->logIn(south());
+        ScriptedSession *standing = m_connector->session(SouthHost);
+        standing->logIn(south());
         connectTo(SouthHost);
         m_connector->lastSession()->logIn(south());
-        m_connector->session(SouthHost)->describe(ScriptedSite(SouthUid, 2).name(u"South"_s).camera(1));
+        standing->describe(ScriptedSite(SouthUid, 2).name(u"South"_s).camera(1));
         ScriptedSite alone(NorthUid, 1);
         m_connector->session(NorthHost)->describe(alone.group(u"site-1"_s, u"Works"_s).camera(1));
         QCOMPARE(m_manager->servers().size(), std::size_t(2));

@@ -2,8 +2,10 @@
 #include "rtspprobe.h"
 
 #include <QCryptographicHash>
+#include <QDateTime>
 #include <QDeadlineTimer>
 #include <QRegularExpression>
+#include <QTimeZone>
 #include <QtEndian>
 
 namespace orrin::test {
@@ -97,37 +99,87 @@ RtspProbe::Response RtspProbe::request(const QByteArray &method, const QByteArra
     return {};
 }
 
-int RtspProbe::play()
+int RtspProbe::setUp(bool withAudio, const QList<QPair<QByteArray, QByteArray>> &headers)
 {
     const QByteArray url = m_url.toEncoded();
-    const Response description = request("DESCRIBE", url, {{"Accept", "application/sdp"}});
-    if (description.status != 200)
-        return description.status;
-    const QString sdp = QString::fromUtf8(description.body);
+    const Response answer =
+        request("DESCRIBE", url, QList<QPair<QByteArray, QByteArray>>{{"Accept", "application/sdp"}} + headers);
+    if (answer.status != 200)
+        return answer.status;
+    m_description = QString::fromUtf8(answer.body);
+    const QString picture = m_description.section(u"m=video"_s, 1).section(u"m=audio"_s, 0, 0);
     static const QRegularExpression rtpmap(u"a=rtpmap:\\d+ ([A-Za-z0-9]+)/"_s);
-    static const QRegularExpression control(u"m=video.*?a=control:(\\S+)"_s,
-                                            QRegularExpression::DotMatchesEverythingOption);
-    m_codec = sdp.contains("m=video 0 RTP/AVP 26"_L1) ? "JPEG" : rtpmap.match(sdp).captured(1).toLatin1();
-    QByteArray track = control.match(sdp).captured(1).toLatin1();
-    if (!track.startsWith("rtsp"))
-        track = url + '/' + track;
-    const Response setup = request("SETUP", track, {{"Transport", "RTP/AVP/TCP;unicast;interleaved=0-1"}});
-    if (setup.status != 200)
-        return setup.status;
-    m_session = setup.headers.value("session").split(';').constFirst();
-    return request("PLAY", url, {{"Range", "npt=0.000-"}}).status;
+    static const QRegularExpression control(u"a=control:(\\S+)"_s);
+    m_codec = picture.startsWith(" 0 RTP/AVP 26"_L1) ? "JPEG" : rtpmap.match(picture).captured(1).toLatin1();
+    QStringList parts{picture};
+    if (withAudio)
+        parts.append(m_description.section(u"m=audio"_s, 1));
+    for (qsizetype i = 0; i < parts.size(); ++i) {
+        QByteArray track = control.match(parts.at(i)).captured(1).toLatin1();
+        if (track.isEmpty())
+            return -1;
+        if (!track.startsWith("rtsp"))
+            track = url + '/' + track;
+        const QByteArray channels = QByteArray::number(2 * i) + '-' + QByteArray::number(2 * i + 1);
+        const Response setup =
+            request("SETUP", track,
+                    QList<QPair<QByteArray, QByteArray>>{
+                        {"Transport", "RTP/AVP/TCP;unicast;interleaved=" + channels}} +
+                        headers);
+        if (setup.status != 200)
+            return setup.status;
+        m_session = setup.headers.value("session").split(';').constFirst();
+    }
+    return 200;
+}
+
+int RtspProbe::play(bool withAudio)
+{
+    const int status = setUp(withAudio);
+    return status == 200 ? request("PLAY", m_url.toEncoded(), {{"Range", "npt=0.000-"}}).status : status;
+}
+
+RtspProbe::Response RtspProbe::replay(qint64 fromMs, qint64 untilMs, const QByteArray &scale,
+                                      const QByteArray &frames)
+{
+    const auto clock = [](qint64 timeMs) {
+        return QDateTime::fromMSecsSinceEpoch(timeMs, QTimeZone::UTC)
+            .toString(u"yyyyMMdd'T'HHmmss.zzz'Z'"_s)
+            .toLatin1();
+    };
+    m_units.clear();
+    m_audio.clear();
+    m_current = {};
+    QList<QPair<QByteArray, QByteArray>> headers{{"Require", "onvif-replay"},
+                                                 {"Rate-Control", "no"},
+                                                 {"Immediate", "yes"},
+                                                 {"Range", "clock=" + clock(fromMs) + '-' + clock(untilMs)},
+                                                 {"Scale", scale}};
+    if (!frames.isEmpty())
+        headers.append({"Frames", frames});
+    return request("PLAY", m_url.toEncoded(), headers);
 }
 
 std::optional<AccessUnit> RtspProbe::next(int timeoutMs)
 {
+    return take(m_units, timeoutMs);
+}
+
+std::optional<AccessUnit> RtspProbe::nextAudio(int timeoutMs)
+{
+    return take(m_audio, timeoutMs);
+}
+
+std::optional<AccessUnit> RtspProbe::take(QList<AccessUnit> &units, int timeoutMs)
+{
     const QDeadlineTimer deadline(timeoutMs);
-    while (m_units.isEmpty()) {
+    while (units.isEmpty()) {
         if (takeMessage(nullptr))
             continue;
         if (!m_error.isEmpty() || deadline.hasExpired() || !readMore(int(deadline.remainingTime())))
             return std::nullopt;
     }
-    return m_units.takeFirst();
+    return units.takeFirst();
 }
 
 bool RtspProbe::readMore(int timeoutMs)
@@ -148,6 +200,8 @@ bool RtspProbe::takeMessage(std::optional<Response> *response)
             return false;
         if (m_input.at(1) == 0)
             takeRtp(QByteArrayView(m_input).sliced(4, size));
+        else if (m_input.at(1) == 2)
+            takeAudio(QByteArrayView(m_input).sliced(4, size));
         m_input.remove(0, 4 + size);
         return true;
     }
@@ -175,29 +229,48 @@ bool RtspProbe::takeMessage(std::optional<Response> *response)
     return true;
 }
 
-void RtspProbe::takeRtp(QByteArrayView packet)
+/*! Where the payload begins, -1 when it is no RTP. */
+qsizetype RtspProbe::readHeader(QByteArrayView packet, AccessUnit &unit)
 {
     if (packet.size() < 12 || (quint8(packet[0]) >> 6) != 2) {
         m_error = u"a frame that is not RTP"_s;
-        return;
+        return -1;
     }
-    const bool marker = quint8(packet[1]) & 0x80;
-    m_current.rtpTime = be32(packet, 4);
+    unit.rtpTime = be32(packet, 4);
     qsizetype at = 12 + (quint8(packet[0]) & 15) * 4;
     if (quint8(packet[0]) & 0x10) {
         const int words = be16(packet, at + 2);
         if (be16(packet, at) == 0xABAC && words >= 3) {
             const quint64 fraction = be32(packet, at + 8);
-            m_current.timeMs = (qint64(be32(packet, at + 4)) - NtpEpochOffset) * 1000 +
-                               qint64((fraction * 1000 + (1ULL << 31)) >> 32);
+            unit.timeMs = (qint64(be32(packet, at + 4)) - NtpEpochOffset) * 1000 +
+                          qint64((fraction * 1000 + (1ULL << 31)) >> 32);
+            unit.flags |= quint8(packet[at + 12]);
         }
         at += 4 + words * 4;
     }
+    return at;
+}
+
+void RtspProbe::takeRtp(QByteArrayView packet)
+{
+    const qsizetype at = readHeader(packet, m_current);
+    if (at < 0)
+        return;
     takePayload(packet.sliced(at));
-    if (marker) {
+    if (quint8(packet[1]) & 0x80) {
         m_units.append(m_current);
         m_current = {};
     }
+}
+
+void RtspProbe::takeAudio(QByteArrayView packet)
+{
+    AccessUnit unit;
+    const qsizetype at = readHeader(packet, unit);
+    if (at < 0)
+        return;
+    unit.data = packet.sliced(at).toByteArray();
+    m_audio.append(unit);
 }
 
 void RtspProbe::takePayload(QByteArrayView payload)

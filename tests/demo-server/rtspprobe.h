@@ -17,6 +17,7 @@ struct AccessUnit
         data; //!< H.264 and H.265: a byte stream with start codes; JPEG: the payloads with their RTP headers
     qint64 timeMs = -1; //!< Unix time from the header extension, -1 without one
     quint32 rtpTime = 0;
+    quint8 flags = 0; //!< of the header extension, of all packets together: see RtspProbe::Flag
 };
 
 /*!
@@ -33,6 +34,10 @@ public:
         QByteArray body;
     };
 
+    /*! The bits of the header extension: a key frame, the end of a contiguous section, what does not follow
+     * what was before, the last of the range. */
+    enum Flag : quint8 { Clean = 0x80, End = 0x40, Discontinuity = 0x20, Terminal = 0x10 };
+
     RtspProbe(const QUrl &url, const QString &user, const QString &password);
 
     bool connectToServer();
@@ -41,13 +46,29 @@ public:
     Response request(const QByteArray &method, const QByteArray &url,
                      const QList<QPair<QByteArray, QByteArray>> &headers = {});
 
-    /*! DESCRIBE, SETUP and PLAY: the status of the first that is not 200, or 200. */
-    int play();
+    /*! DESCRIBE and SETUP of the picture, and of the sound if that is wanted: the status of the first that
+     * is not 200, or 200. */
+    int setUp(bool withAudio = false, const QList<QPair<QByteArray, QByteArray>> &headers = {});
+
+    /*! setUp() and PLAY. */
+    int play(bool withAudio = false);
+
+    /*! PLAY of a range as the replay extension has it, as fast as the client reads. What came before is
+     * forgotten. */
+    Response replay(qint64 fromMs, qint64 untilMs, const QByteArray &scale = "1.0",
+                    const QByteArray &frames = {});
+
+    /*! setUp() for replay(). */
+    int setUpReplay(bool withAudio = false) { return setUp(withAudio, {{"Require", "onvif-replay"}}); }
 
     /*! The next access unit, or nothing when none comes in time. */
     std::optional<AccessUnit> next(int timeoutMs = 3000);
 
+    /*! The next packet of the sound, or nothing when none comes in time. */
+    std::optional<AccessUnit> nextAudio(int timeoutMs = 3000);
+
     QByteArray codec() const { return m_codec; }
+    QString description() const { return m_description; }
     bool isConnected() const { return m_socket.state() == QAbstractSocket::ConnectedState; }
     QSslSocket &socket() { return m_socket; }
     QString error() const { return m_error; }
@@ -55,7 +76,10 @@ public:
 private:
     bool readMore(int timeoutMs);
     bool takeMessage(std::optional<Response> *response);
+    std::optional<AccessUnit> take(QList<AccessUnit> &units, int timeoutMs);
+    qsizetype readHeader(QByteArrayView packet, AccessUnit &unit);
     void takeRtp(QByteArrayView packet);
+    void takeAudio(QByteArrayView packet);
     void takePayload(QByteArrayView payload);
     void takeH264(QByteArrayView payload);
     void takeH265(QByteArrayView payload);
@@ -72,6 +96,8 @@ private:
     QByteArray m_codec;
     AccessUnit m_current;
     QList<AccessUnit> m_units;
+    QList<AccessUnit> m_audio;
+    QString m_description;
     QString m_error;
     int m_sequence = 0;
 };

@@ -2,20 +2,24 @@
 // The main job on real input: the viewer's pages log in to a recorder that asks for a password, over TLS, and four live H.264
 // streams move on the screen. The moment of each picture is read back from its pixels.
 #include "demoserverprocess.h"
+#include "hosttypes.h"
 #include "startoptions.h"
 #include "timestrip.h"
 
 #include <module/orrinsdkqml.h>
+#include <support/qmlsettings.h>
+#include <support/qmltimetools.h>
 
 #include <contract/core/orrinsdk.h>
 
 #include <QApplication>
 #include <QQmlApplicationEngine>
+#include <QQmlContext>
 #include <QQuickItem>
 #include <QQuickStyle>
 #include <QQuickWindow>
 #include <QSignalSpy>
-#include <QStandardPaths>
+#include <QTemporaryDir>
 #include <QTest>
 
 #include <algorithm>
@@ -65,6 +69,7 @@ private Q_SLOTS:
     void initTestCase();
     void login_isRefusedInWords_whenPasswordIsWrong();
     void tiles_showTimeThatAdvances_whenLoggedIn();
+    void siteRequest_opensAnotherLogin_andLeavingItClosesIt();
     void cleanupTestCase();
 
 private:
@@ -72,6 +77,8 @@ private:
     void login(const QString &password);
 
     orrin::test::DemoServerProcess m_server;
+    std::unique_ptr<orrin::QmlSettings> m_settings;
+    orrin::QmlTimeTools m_timeTools;
     std::unique_ptr<QQmlApplicationEngine> m_engine;
     StartOptions m_options;
     QQuickWindow *m_window = nullptr;
@@ -79,13 +86,18 @@ private:
 
 void tst_viewer_live::initTestCase()
 {
-    QStandardPaths::setTestModeEnabled(true);
     QVERIFY2(m_server.start(), qPrintable(m_server.errorText()));
     QQuickStyle::setStyle(u"Material"_s);
     orrin::OrrinSDK::initInstance(u"Orrinworks"_s, u"tst_viewer_live"_s, nullptr, u"tst_viewer_live.log"_s);
+    registerHostTypes();
+    m_settings = std::make_unique<orrin::QmlSettings>();
+    // The strip of text would lie over the strip of time.
+    m_settings->setProperty("subtitlesVisible", false);
     m_engine = std::make_unique<QQmlApplicationEngine>();
     QSignalSpy warnings(m_engine.get(), &QQmlEngine::warnings);
     orrin::initQmlContext(m_engine->rootContext());
+    m_engine->rootContext()->setContextProperty(u"settings"_s, m_settings.get());
+    m_engine->rootContext()->setContextProperty(u"timeTools"_s, &m_timeTools);
     m_engine->setInitialProperties({{u"options"_s, QVariant::fromValue(&m_options)}});
     m_engine->loadFromModule("OrrinViewer", "Main");
     QCOMPARE(m_engine->rootObjects().size(), 1);
@@ -114,16 +126,16 @@ void tst_viewer_live::login_isRefusedInWords_whenPasswordIsWrong()
     login(u"not the password"_s);
     const QString expected = u"Invalid username or password. Server: 127.0.0.1, port: %1"_s.arg(m_server.port());
     QTRY_COMPARE_WITH_TIMEOUT(page(u"login"_s)->property("errorText").toString(), expected, 12000);
-    QCOMPARE(m_window->property("tourPage").toString(), u"login"_s);
+    QVERIFY(!page(u"shell"_s));
 }
 
 void tst_viewer_live::tiles_showTimeThatAdvances_whenLoggedIn()
 {
     QSignalSpy warnings(m_engine.get(), &QQmlEngine::warnings);
     login(u"orrin-admin"_s);
-    QTRY_COMPARE_WITH_TIMEOUT(m_window->property("tourPage").toString(), u"live"_s, 12000);
-    QTRY_VERIFY2_WITH_TIMEOUT(m_window->property("tourReady").toBool(),
-                              qPrintable(m_window->property("tourStatus").toString()), 30000);
+    QTRY_VERIFY_WITH_TIMEOUT(page(u"live"_s), 12000);
+    const auto live = [this](const char *property) { return page(u"live"_s)->property(property).toInt(); };
+    QTRY_VERIFY_WITH_TIMEOUT(live("wantedPictures") == TileCount && live("showingPictures") == TileCount, 30000);
 
     // Both recorders of the site, less the camera that is switched off.
     QTRY_COMPARE_WITH_TIMEOUT(page(u"live"_s)->property("cameraCount").toInt(), 11, 12000);
@@ -170,15 +182,32 @@ void tst_viewer_live::tiles_showTimeThatAdvances_whenLoggedIn()
     QCOMPARE(warnings.count(), 0);
 }
 
+void tst_viewer_live::siteRequest_opensAnotherLogin_andLeavingItClosesIt()
+{
+    QVERIFY(page(u"shell"_s));
+    QVERIFY(QMetaObject::invokeMethod(page(u"shell"_s), "siteRequested"));
+    QTRY_VERIFY(page(u"site"_s));
+    QVERIFY(QMetaObject::invokeMethod(page(u"site"_s), "leaveRequested"));
+    QTRY_VERIFY(!page(u"site"_s));
+    QVERIFY(page(u"shell"_s));
+}
+
 void tst_viewer_live::cleanupTestCase()
 {
     m_engine.reset();
+    m_settings.reset();
     orrin::OrrinSDK::shutdown();
 }
 
 int main(int argc, char *argv[])
 {
+    QTemporaryDir home;
+    for (const char *name : {"HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME"})
+        qputenv(name, QFile::encodeName(home.path()));
     QApplication application(argc, argv);
+    // The window keeps its place under these names.
+    QApplication::setOrganizationName(u"Orrinworks"_s);
+    QApplication::setApplicationName(u"tst_viewer_live"_s);
     tst_viewer_live test;
     return QTest::qExec(&test, argc, argv);
 }

@@ -2,6 +2,7 @@
 #include "core/session/onvif/deviceservice.h"
 #include "core/session/onvif/eventservice.h"
 #include "core/session/onvif/mediaservice.h"
+#include "core/session/onvif/recordingservice.h"
 #include "core/session/onvif/soapanswer.h"
 
 #include <cstdint>
@@ -35,6 +36,15 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
             event.text.size() > eventservice::TextLimit || event.source.size() > eventservice::TextLimit)
             std::abort();
     }
+    for (const recordingservice::Recording &recording : recordingservice::readRecordings(answer.body).items) {
+        if (recording.token.isEmpty() || recording.tracks.size() > recordingservice::TrackLimit)
+            std::abort();
+    }
+    if (recordingservice::readDataChanges(answer.body).items.size() > recordingservice::EventLimit)
+        std::abort();
+    recordingservice::readRecording(answer.body);
+    recordingservice::readSearchToken(answer.body);
+    recordingservice::readPixels(answer.body);
     if (const QString path = eventservice::readPullPoint(answer.body).path;
         !path.isEmpty() && !path.startsWith(u'/'))
         std::abort();

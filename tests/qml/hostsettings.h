@@ -16,6 +16,13 @@ class HostSettings : public QObject
     Q_PROPERTY(double fontPixelSizeHints MEMBER m_fontPixelSizeHints NOTIFY changed FINAL)
     Q_PROPERTY(double devicePixelRatio MEMBER m_devicePixelRatio NOTIFY changed FINAL)
     Q_PROPERTY(bool mobile MEMBER m_mobile NOTIFY changed FINAL)
+    Q_PROPERTY(bool textOverlay MEMBER m_textOverlay NOTIFY changed FINAL)
+    Q_PROPERTY(bool pinchPointsVisible MEMBER m_pinchPointsVisible NOTIFY changed FINAL)
+    Q_PROPERTY(bool subtitlesTime MEMBER m_subtitlesTime NOTIFY changed FINAL)
+    Q_PROPERTY(bool subtitlesServer MEMBER m_subtitlesServer NOTIFY changed FINAL)
+    Q_PROPERTY(bool subtitlesCamera MEMBER m_subtitlesCamera NOTIFY changed FINAL)
+    Q_PROPERTY(bool subtitlesDebug MEMBER m_subtitlesDebug NOTIFY changed FINAL)
+    Q_PROPERTY(bool subtitlesPlayback MEMBER m_subtitlesPlayback NOTIFY changed FINAL)
     Q_PROPERTY(QColor backgroundColor MEMBER m_backgroundColor NOTIFY changed FINAL)
     Q_PROPERTY(QColor highlightColor MEMBER m_highlightColor NOTIFY changed FINAL)
     Q_PROPERTY(QColor activeColor MEMBER m_activeColor NOTIFY changed FINAL)
@@ -50,6 +57,13 @@ private:
     double m_fontPixelSizeHints = 14.85;
     double m_devicePixelRatio = 1;
     bool m_mobile = false;
+    bool m_textOverlay = true;
+    bool m_pinchPointsVisible = false;
+    bool m_subtitlesTime = false;
+    bool m_subtitlesServer = false;
+    bool m_subtitlesCamera = false;
+    bool m_subtitlesDebug = false;
+    bool m_subtitlesPlayback = false;
     // Each colour differs from all others, so that a test tells them apart.
     QColor m_backgroundColor{0x2b, 0x2e, 0x36};
     QColor m_highlightColor{0x4d, 0x52, 0x61};

@@ -11,6 +11,7 @@ Item {
 
         function test_component_isUnusable_alone_data() {
             return [
+                { tag: "ChannelView", missing: "SortedEnabledCameraModel" },
                 { tag: "LayoutArea", missing: "OGridLayout" },
                 { tag: "O_ScrollViewStyle", missing: "QtQuick.Controls.Styles" }
             ];

@@ -22,9 +22,32 @@ public:
         const MediaEndpointResult result = failing ? MediaEndpointResult(PlaybackError(failing)) : endpoints.value(int(quality));
         QMetaObject::invokeMethod(context, [callback, result] { callback(result); }, Qt::QueuedConnection);
     }
+    void requestReplayEndpoint(int channelId, int trackId, StreamQuality quality, QObject *context,
+                               MediaEndpointCallback callback) override
+    {
+        ++replayRequests;
+        lastChannel = channelId;
+        lastTrack = trackId;
+        lastReplayQuality = quality;
+        if (silent)
+            return;
+        const MediaEndpointResult result = replayFailing ? MediaEndpointResult(PlaybackError(replayFailing)) : replayEndpoint;
+        QMetaObject::invokeMethod(context, [callback, result] { callback(result); }, Qt::QueuedConnection);
+    }
+    void requestTrackBounds(int, int, QObject *context, TrackBoundsCallback callback) override
+    {
+        QMetaObject::invokeMethod(context, [callback, bounds = bounds] { callback(bounds); }, Qt::QueuedConnection);
+    }
     Connection *connection() override { return this; }
 
     QHash<int, MediaEndpoint> endpoints;
+    MediaEndpoint replayEndpoint;
+    int replayFailing = PlaybackError::Unsupported;
+    bool silent = false;
+    int replayRequests = 0;
+    int lastTrack = 0;
+    StreamQuality lastReplayQuality = StreamQuality::High;
+    std::optional<TrackBounds> bounds;
     int failing = 0;
     int requests = 0;
     int lastChannel = 0;

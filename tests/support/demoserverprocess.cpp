@@ -44,6 +44,7 @@ bool DemoServerProcess::start(const QStringList &arguments)
         stop();
         return false;
     }
+    m_discoveryPort = quint16(ready.value("discoveryPort"_L1).toInt());
     for (const QJsonValue value : ready.value("recorders"_L1).toArray()) {
         const QJsonObject object = value.toObject();
         m_recorders.append({object.value("id"_L1).toInt(), object.value("name"_L1).toString(),

@@ -48,6 +48,9 @@ public:
     quint16 port(int recorder = 1) const;
     quint16 rtspPort(int recorder = 1) const;
 
+    /*! The UDP port of WS-Discovery. */
+    quint16 discoveryPort() const { return m_discoveryPort; }
+
     /*! "https://127.0.0.1:PORT" and \a path. */
     QUrl url(const QString &path, int recorder = 1) const;
 
@@ -57,6 +60,7 @@ private:
 
     QProcess m_process;
     QList<Recorder> m_recorders;
+    quint16 m_discoveryPort = 0;
     QString m_errorText;
 };
 

@@ -26,6 +26,27 @@ void ScriptedSession::requestMediaEndpoint(int channelId, StreamQuality quality,
     m_endpoints.push_back({channelId, quality, context, std::move(callback)});
 }
 
+void ScriptedSession::requestPtz(int channelId, const PtzRequest &request, QObject *context, PtzCallback callback)
+{
+    m_ptzCalls.append({channelId, request});
+    if (callback)
+        m_ptzWaiting.push_front({request.kind, context, std::move(callback)});
+}
+
+bool ScriptedSession::answerPtz(PtzRequest::Kind kind, const PtzAnswer &answer)
+{
+    for (auto waiting = m_ptzWaiting.begin(); waiting != m_ptzWaiting.end(); ++waiting) {
+        if (waiting->kind != kind || !waiting->context)
+            continue;
+        QMetaObject::invokeMethod(
+            waiting->context, [callback = std::move(waiting->callback), answer] { callback(answer); },
+            Qt::QueuedConnection);
+        m_ptzWaiting.erase(waiting);
+        return true;
+    }
+    return false;
+}
+
 void ScriptedSession::describe(const SiteDescription &site)
 {
     Q_EMIT described(site);

@@ -40,6 +40,12 @@ public:
         MediaEndpointCallback callback;
     };
 
+    struct PtzCall
+    {
+        int channelId = 0;
+        PtzRequest request;
+    };
+
     ScriptedSession(const CorvaneUrl &url, const SharedCredentials &credentials, bool asGroup,
                     unsigned request);
 
@@ -47,6 +53,7 @@ public:
     void close() override;
     void requestMediaEndpoint(int channelId, StreamQuality quality, QObject *context,
                               MediaEndpointCallback callback) override;
+    void requestPtz(int channelId, const PtzRequest &request, QObject *context, PtzCallback callback) override;
     ScriptedConnection *connection() override { return &m_connection; }
 
     /*! The steps. succeed() ends the opening; logIn() describes and succeeds. */
@@ -63,6 +70,11 @@ public:
     bool answerEndpoint(const MediaEndpointResult &result);
     const std::deque<EndpointRequest> &endpointRequests() const { return m_endpoints; }
 
+    /*! What was asked of cameras since the last time, oldest first. */
+    QList<PtzCall> takePtzCalls() { return std::exchange(m_ptzCalls, {}); }
+    /*! Answers the newest request of that kind that waits, by the event loop; false when there is none. */
+    bool answerPtz(PtzRequest::Kind kind, const PtzAnswer &answer);
+
     const CorvaneUrl &url() const { return m_url; }
     const SharedCredentials &credentials() const { return m_credentials; }
     bool asGroup() const { return m_asGroup; }
@@ -76,7 +88,16 @@ private:
     const bool m_asGroup;
     const unsigned m_request;
     ScriptedConnection m_connection;
+    struct PtzWaiting
+    {
+        PtzRequest::Kind kind;
+        QPointer<QObject> context;
+        PtzCallback callback;
+    };
+
     std::deque<EndpointRequest> m_endpoints;
+    QList<PtzCall> m_ptzCalls;
+    std::deque<PtzWaiting> m_ptzWaiting; // the newest first
     bool m_opening = false;
     bool m_closed = false;
 };

@@ -1,0 +1,16 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+# Run by cpack ahead of packing: takes the search paths out of programs and libraries, but for that of the viewer's own folder.
+file(GLOB_RECURSE candidates "${CPACK_TEMPORARY_DIRECTORY}/*")
+foreach(file IN LISTS candidates)
+  if(IS_SYMLINK "${file}")
+    continue()
+  endif()
+  file(READ "${file}" magic LIMIT 4 HEX)
+  if(NOT magic STREQUAL "7f454c46")
+    continue()
+  endif()
+  get_filename_component(name "${file}" NAME)
+  if(NOT name STREQUAL "orrin-viewer")
+    file(RPATH_REMOVE FILE "${file}")
+  endif()
+endforeach()
