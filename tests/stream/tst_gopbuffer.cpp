@@ -40,6 +40,7 @@ private Q_SLOTS:
     void append_takesWhatIsSentTwiceOnce();
     void append_isInOrderOfTime_whenTheDecoderIsNot();
     void prepend_joinsWholeGroupsOnly();
+    void prepend_takesKeyFramesThatAscend_asOneGroup();
     void prepend_leavesOutWhatIsThere();
     void trim_keepsTheGroupsAround();
     void groups_areBounded();
@@ -130,6 +131,26 @@ void TestGopBuffer::prepend_joinsWholeGroupsOnly()
     buffer.finishPrepending();
     QCOMPARE(timeOf(buffer.first()), 900);
     QVERIFY(buffer.first().gop->complete);
+}
+
+void TestGopBuffer::prepend_takesKeyFramesThatAscend_asOneGroup()
+{
+    GopBuffer buffer;
+    appendGroups(buffer, 1000, 1);
+    for (const Time300 group : {950, 900}) {
+        for (int i = 0; i < 5; ++i)
+            buffer.prepend(frame(group + i * 10, true));
+    }
+    buffer.finishPrepending();
+    QCOMPARE(timeOf(buffer.first()), 900);
+    for (Time300 time = 1040; time > 900; time -= 10)
+        QCOMPARE(timeOf(buffer.before(time)), time - 10);
+    // One that sends them one by one, backward, is understood as well.
+    buffer.prepend(frame(890, true));
+    buffer.prepend(frame(880, true));
+    buffer.finishPrepending();
+    QCOMPARE(timeOf(buffer.before(900)), 890);
+    QCOMPARE(timeOf(buffer.before(890)), 880);
 }
 
 void TestGopBuffer::prepend_leavesOutWhatIsThere()

@@ -2,8 +2,8 @@
 // Recorded video of the demo server through the whole SDK: the moment drawn in the pixels is the moment that each frame tells, and the frame
 // shown is the one that was asked for.
 #include "../../apps/demo-server/timestrip.h"
-#include "../gui/recordingrenderer.h"
 #include "demoserverprocess.h"
+#include "onedisplay.h"
 
 #include <contract/core/abstractstreamprocessor.h>
 #include <contract/core/channel.h>
@@ -13,8 +13,6 @@
 #include <contract/core/server.h>
 #include <contract/core/servergroup.h>
 #include <contract/core/splinkedfactory.h>
-#include <contract/gui/display.h>
-#include <contract/gui/guispmfactory.h>
 
 #include <QRandomGenerator>
 #include <QSettings>
@@ -33,24 +31,6 @@ constexpr Time300 Second = 300;
 constexpr Time300 Hour = 3600 * Second;
 constexpr Time300 FrameStep = 20; // 15 a second
 constexpr int WaitMs = 10'000;
-
-class OneDisplay : public DisplayFactory
-{
-public:
-    void setDisplayDecorator(const QSharedPointer<DisplayDecorator> &) override {}
-    std::shared_ptr<DisplayInterface> createDisplay(ChannelUID, QSharedPointer<PlaybackState>, WidgetType, DisplayType,
-                                                    const QString &, const QString &, const QRectF &, const ZoomInfo &) override
-    {
-        auto display = std::make_shared<orrin::Display>();
-        renderer = QSharedPointer<RecordingRenderer>::create();
-        display->setRenderer(renderer);
-        return display;
-    }
-    WidgetType type() const override { return WidgetType::QuickItem; }
-    DisplayType displayType() const override { return DisplayType::Video; }
-
-    QSharedPointer<RecordingRenderer> renderer;
-};
 
 /*! Frame n was captured n / 15 s after 1970, cut to milliseconds. */
 qint64 drawnMs(Time300 time)
@@ -83,10 +63,12 @@ private Q_SLOTS:
     void play_showsWhatItTells();
     void limits_areTheFirstAndTheLastFrame();
     void gaps_areSkipped();
+    void context_keepsTwoCamerasAtOneMoment();
 
 private:
     Channel *channel(int recorder, int id) const;
     void open(int recorder, int id);
+    QSharedPointer<AbstractStreamProcessor> start(int recorder, int id, int context = -1);
     RecordingRenderer &renderer() const { return *m_display->renderer; }
     Time300 shown() const { return renderer().frames.isEmpty() ? 0 : renderer().frames.last().imageRef().time(); }
     bool waitFor(Time300 time) const
@@ -135,15 +117,21 @@ Channel *TestReplayExactness::channel(int recorder, int id) const
     return nullptr;
 }
 
-void TestReplayExactness::open(int recorder, int id)
+QSharedPointer<AbstractStreamProcessor> TestReplayExactness::start(int recorder, int id, int context)
 {
     Channel *found = channel(recorder, id);
-    QVERIFY(found);
     m_display = QSharedPointer<OneDisplay>::create();
     m_factory = std::make_unique<SPLinkedFactory>(QSharedPointer<SPMFactory>(new GuiSPMFactory(m_display)), nullptr, nullptr, nullptr);
-    m_stream = m_factory->createProcessor(found->uid(), -1);
+    auto stream = found ? m_factory->createProcessor(found->uid(), context) : nullptr;
+    if (stream)
+        stream->start();
+    return stream;
+}
+
+void TestReplayExactness::open(int recorder, int id)
+{
+    m_stream = start(recorder, id);
     QVERIFY(m_stream);
-    m_stream->start();
     m_stream->inputControl()->pause(0);
 }
 
@@ -255,7 +243,6 @@ void TestReplayExactness::play_showsWhatItTells()
     QVERIFY(waitFor(start));
     renderer().frames.clear();
     SPAbstractInputControl *control = m_stream->inputControl();
-    QElapsedTimer timer;
     if (rate < 0) {
         control->rewind(int(-rate));
     } else if (rate > 2) {
@@ -264,23 +251,25 @@ void TestReplayExactness::play_showsWhatItTells()
         control->setSpeed(rate);
         control->play(SPInputControlInterface::FromHere, SPInputControlInterface::NoMark);
     }
-    QTRY_VERIFY_WITH_TIMEOUT(renderer().frames.size() >= 2, WaitMs);
+    QTRY_VERIFY_WITH_TIMEOUT(!renderer().frames.isEmpty(), WaitMs);
+    QElapsedTimer timer;
     timer.start();
     const Time300 first = shown();
-    QTRY_VERIFY_WITH_TIMEOUT(timer.elapsed() >= 2000, WaitMs);
-    const double covered = double(shown() - first) / 300 / (double(timer.elapsed()) / 1000);
+    // Two seconds' worth of it, however long a busy machine needs to draw that.
+    const auto covered = [&] { return double(shown() - first) / 300 / rate; };
+    QTRY_VERIFY_WITH_TIMEOUT(covered() >= 2 && renderer().frames.size() >= 8, 3 * WaitMs);
+    QVERIFY2(covered() < double(timer.elapsed()) / 1000 * 1.2 + 0.5, qPrintable(u"%1 in %2 ms"_s.arg(covered()).arg(timer.elapsed())));
     const QList<VideoFrame> frames = renderer().frames;
     for (qsizetype i = 0; i < frames.size(); ++i) {
         QVERIFY(isExact(frames[i]));
-        if (i > 0)
-            QVERIFY((frames[i].imageRef().time() - frames[i - 1].imageRef().time()) * rate > 0);
+        if (i == 0)
+            continue;
+        const Time300 step = frames[i].imageRef().time() - frames[i - 1].imageRef().time();
+        if (std::abs(rate) > 4)
+            QVERIFY(step * rate > 0);
+        else // each frame; one whose number is missing was replaced before the display was free
+            QCOMPARE(step, Time300(rate > 0 ? FrameStep : -FrameStep) * Time300(frames[i].id() - frames[i - 1].id()));
     }
-    // The demo server draws whole groups; at the highest rates that is hundreds of pictures a second, on which the stream waits.
-    const double least = std::abs(rate) > 100 ? 0.2 : 0.6;
-    QVERIFY2(covered / rate > least && covered / rate < 1.4, qPrintable(QString::number(covered)));
-    const double perSecond = double(frames.size()) / 2;
-    const double wanted = std::abs(rate) > 100 ? 4 : std::abs(rate) > 4 ? std::min(12.0, std::abs(rate) / 2) : 15 * std::abs(rate);
-    QVERIFY2(perSecond > wanted * 0.6, qPrintable(QString::number(perSecond)));
     QVERIFY(renderer().errors.isEmpty());
 }
 
@@ -314,6 +303,46 @@ void TestReplayExactness::gaps_areSkipped()
     QTRY_VERIFY_WITH_TIMEOUT(shown() > gap + 181 * Second, WaitMs);
     QCOMPARE(m_stream->playbackState()->gapBegin(), gap - FrameStep);
     QCOMPARE(m_stream->playbackState()->gapEnd(), gap + 180 * Second);
+}
+
+void TestReplayExactness::context_keepsTwoCamerasAtOneMoment()
+{
+    const auto one = start(1, 1, 3);
+    const QSharedPointer<RecordingRenderer> first = m_display->renderer;
+    const auto other = start(1, 4, 3);
+    const QSharedPointer<RecordingRenderer> second = m_display->renderer;
+    QVERIFY(one && other);
+    const auto at = [](const QSharedPointer<RecordingRenderer> &each) { return each->frames.isEmpty() ? 0 : each->frames.last().imageRef().time(); };
+    const auto both = [&](Time300 time) { return QTest::qWaitFor([&] { return at(first) == time && at(second) == time; }, WaitMs); };
+    const auto told = [&] { return qPrintable(u"%1 and %2"_s.arg(at(first)).arg(at(second))); };
+    one->inputControl()->pause(0);
+    const qint64 now = QDateTime::currentSecsSinceEpoch();
+    const Time300 start = (now - now % 3600 - 48 * 3600 - 1200) * Second;
+    one->inputControl()->jump(start, 1);
+    QVERIFY2(both(start), told());
+    other->inputControl()->stepForward();
+    QVERIFY2(both(start + FrameStep), told());
+    one->inputControl()->stepBack();
+    QVERIFY2(both(start), told());
+    other->inputControl()->setSpeed(1.0);
+    other->inputControl()->play(SPInputControlInterface::FromHere, SPInputControlInterface::NoMark);
+    Time300 farthest = 0;
+    const bool played = QTest::qWaitFor([&] {
+        // Both are taken to the display by this thread in one turn of the event loop, or one of them in the next.
+        farthest = std::max(farthest, qAbs(at(first) - at(second)));
+        return at(first) > start + 3 * Second && at(second) > start + 3 * Second;
+    }, 3 * WaitMs);
+    QVERIFY2(played, told());
+    QVERIFY2(farthest <= FrameStep, qPrintable(QString::number(farthest)));
+    one->inputControl()->pause(0);
+    QTRY_VERIFY_WITH_TIMEOUT(at(first) == at(second), WaitMs);
+    QCOMPARE(other->playbackState()->mode(), PlayMode::Paused);
+    other->inputControl()->jump(start + 3600 * Second, 1);
+    QVERIFY2(both(start + 3600 * Second), told());
+    for (const auto &each : {first, second}) {
+        QVERIFY(isExact(each->frames.last()));
+        QVERIFY(each->errors.isEmpty());
+    }
 }
 
 QTEST_GUILESS_MAIN(TestReplayExactness)

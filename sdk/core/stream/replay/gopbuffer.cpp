@@ -88,7 +88,10 @@ void GopBuffer::finishAppending()
 
 bool GopBuffer::prepend(CodedFrame frame)
 {
-    if (frame.key) {
+    // Recorders send groups backward and what is inside a group forward; where each picture is a key frame, as in Motion JPEG, some
+    // still send several of them as one group. The next group is older than this one.
+    const bool sameGroup = m_pending && frame.time > m_pending->lastTime();
+    if (frame.key && !sameGroup) {
         finishPrepending();
         m_pending = newGop(std::move(frame));
         return true;
