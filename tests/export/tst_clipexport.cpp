@@ -76,7 +76,15 @@ private Q_SLOTS:
         m_manager = OrrinSDK::instance()->connectionManager();
     }
 
-    void cleanup() { OrrinSDK::shutdown(); }
+    void cleanup()
+    {
+        QSignalSpy disconnected(m_manager, &ConnectionManager::allServersDisconnected);
+        m_manager->disconnectFromAll();
+        QTRY_COMPARE(disconnected.size(), 1);
+        // Sessions at the server end with the login.
+        QTRY_VERIFY(m_server.command(u"clients"_s).contains(u"sessions=0"));
+        OrrinSDK::shutdown();
+    }
 
     void span_isInTheFile()
     {
