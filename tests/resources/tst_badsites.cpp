@@ -41,6 +41,9 @@ class TestBadSites : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    // Items that left a model go with the event loop.
+    void cleanup() { TestSite::deleteLeft(); }
+
     void hundredThousandChannels_areListedAndFiltered()
     {
         TestSite site;
