@@ -19,8 +19,6 @@ QtObject {
     property var left: new Map()
     property Item tile: null
 
-    signal commanded()
-
     function each(command: var, staysLive: bool) {
         for (const controller of root.controllers)
             command(controller);
@@ -28,7 +26,6 @@ QtObject {
         root.speed = root.controllers[0]?.speed ?? 1;
         if (root.tile)
             root.left.set(root.tile, { isLive: root.isLive, speed: root.speed });
-        root.commanded();
     }
     function live() {
         root.each(controller => controller.live(), true);

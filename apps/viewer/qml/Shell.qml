@@ -195,7 +195,6 @@ Item {
 
                     Layout.fillWidth: true
                     keysEnabled: live.keysEnabled && !live.typing
-                    cameraName: live.selectedName
                     tile: live.selectedTile
                     tiles: live.tiles
                     onJumpRequested: root.openTimeJump()

@@ -10,7 +10,6 @@ Rectangle {
     // The `VideoOutput` that is played, or null, and all that are on the screen.
     property VideoOutput tile: null
     property var tiles: []
-    property string cameraName
     property bool synchronous: false
     property bool keysEnabled: true
     // The right depends on the address, which the controller takes after the tile has it.
